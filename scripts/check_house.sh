@@ -1,0 +1,104 @@
+#!/usr/bin/env bash
+# check_house.sh --rules         names the rules of the house, one a line
+# check_house.sh <rule>          prints every breach of one rule; exit code 1 if there is any
+# check_house.sh <rule> <tree>   the same for another tree
+# CONTRIBUTING.md says what each rule is for.
+set -euo pipefail
+
+rules=(floors qt-only-in-the-window window-seen-by-few no-circles statement-numbers
+    no-swallowed-failures no-sleeping-tests headers-once nothing-left-to-do)
+
+sources() { find "$@" -name '*.h' -o -name '*.cpp' 2>/dev/null | sort; }
+
+# matches <regular expression>: the lines that match in the files named on the standard input. Code
+# only, comments do not count.
+matches() {
+    xargs -r awk -v expression="$1" '
+        { code = $0; sub(/\/\/.*/, "", code) }
+        code ~ expression { print FILENAME ":" FNR ": " $0 }'
+}
+
+# The sources that have no business with the window.
+windowless() {
+    sources src tests bench fuzz sample | grep -v -e '^src/platform/qt/' -e '^src/main\.cpp$' \
+        -e '^tests/window/' -e '^sample/play_sample_day'
+}
+
+# The ground floor knows nothing of the rooms above it.
+floors() {
+    sources src/platform |
+        matches '#include "(frame|store|entry|hours|crew|display|reports|exchange)/'
+}
+
+qt-only-in-the-window() { windowless | matches '#include [<"](qt6/|Qt|Q[A-Z]|q[a-z]+\.h)'; }
+
+window-seen-by-few() { windowless | matches '#include "platform/qt/'; }
+
+no-circles() {
+    sources src | xargs -r awk '
+        /^#include "/ {
+            path = $2; gsub(/"/, "", path); file = FILENAME; sub(/^src\//, "", file)
+            print file, path
+        }' | { tsort 2>&1 >/dev/null || true; } | sed -n 's/^tsort: //p'
+}
+
+# A statement is known to phone support by module and number. A part of a routine that is handed its
+# tail belongs to the module that its file begins with; a number may be handed down as well.
+statement-numbers() {
+    sources src | grep -v '^src/platform/' | xargs -r awk '
+        function module_in(line) {
+            if (line !~ /(Tail [A-Za-z_]*[{(]|RunProbed\()/) return ""
+            return match(line, /[A-Za-z]+Module/) ? substr(line, RSTART, RLENGTH) : ""
+        }
+        function breach(text) { print FILENAME ":" FNR ": statement " number " " text }
+        BEGIN {
+            for (i = 1; i < ARGC; ++i) {
+                while ((getline line <ARGV[i]) > 0 && home[ARGV[i]] == "") {
+                    home[ARGV[i]] = module_in(line)
+                }
+                close(ARGV[i])
+            }
+        }
+        FNR == 1 || /^}/ { module = home[FILENAME]; last = 0 }
+        { code = held $0; held = "" }
+        /statement[(,]$/ { held = $0; next }
+        module_in(code) != "" { module = module_in(code); last = 0 }
+        {
+            sub(/\/\/.*/, "", code)
+            while (match(code, /statement[(,] *[0-9]+/)) {
+                number = substr(code, RSTART, RLENGTH)
+                gsub(/[^0-9]/, "", number)
+                number += 0
+                code = substr(code, RSTART + RLENGTH)
+                if (module == "") breach("has no tail of a module in its file")
+                if (number <= last) breach("does not rise above " last)
+                if ((module, number) in seen) breach("of " module " stands at " seen[module, number])
+                seen[module, number] = FILENAME ":" FNR
+                last = number
+            }
+        }'
+}
+
+no-swallowed-failures() { sources src | matches 'catch *\( *\.\.\. *\)'; }
+
+no-sleeping-tests() {
+    sources tests | matches 'sleep_(for|until)|[^a-z]u?sleep *\(|QTest::qWait *\(|QThread::m?sleep'
+}
+
+headers-once() {
+    sources src tests bench fuzz sample | grep '\.h$' | xargs -r grep -L '^#pragma once$' || true
+}
+
+nothing-left-to-do() {
+    sources src tests bench fuzz sample | xargs -r grep -nE 'TODO|FIXME|XXX' || true
+}
+
+if [[ ${1:-} == --rules ]]; then
+    printf '%s\n' "${rules[@]}"
+    exit 0
+fi
+rule=${1:?which rule? see check_house.sh --rules}
+[[ " ${rules[*]} " == *" $rule "* ]] || { printf 'no such rule: %s\n' "$rule" >&2; exit 2; }
+cd "${2:-$(dirname "$(readlink -f "$0")")/..}"
+breaches=$("$rule")
+[[ -z $breaches ]] || { printf '%s\n' "$breaches"; exit 1; }
