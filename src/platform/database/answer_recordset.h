@@ -1,0 +1,31 @@
+#pragma once
+
+// The answer of a query that has one column: the distinct values of a field, or one aggregate. It
+// is read-only and no longer tied to the table it was asked of.
+
+#include <string>
+#include <vector>
+
+#include "platform/database/walked_recordset.h"
+
+namespace ostrel {
+
+class AnswerRecordset : public WalkedRecordset {
+ public:
+  AnswerRecordset(std::string column, std::vector<Value> rows);
+
+  int FieldCount() const override { return 1; }
+  int OrdinalOf(std::string_view name) const override;
+  Value GetField(int ordinal) const override;
+  int FieldSize(int ordinal) const override;
+  std::string FieldName(int ordinal) const override;
+
+  std::size_t RowCount() const override { return rows_.size(); }
+  std::vector<Value> RowAt(std::size_t position) const override { return {rows_.at(position)}; }
+
+ private:
+  std::string column_;
+  std::vector<Value> rows_;
+};
+
+}  // namespace ostrel

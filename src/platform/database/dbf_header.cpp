@@ -1,0 +1,193 @@
+#include "platform/database/dbf_header.h"
+
+#include <algorithm>
+
+#include "platform/database/dbf_code_page.h"
+#include "platform/failure.h"
+#include "platform/files/files.h"
+#include "platform/files/os_file.h"
+#include "platform/values/text.h"
+
+namespace ostrel {
+
+namespace {
+
+constexpr std::size_t kFixedPart = 32;   // bytes of the header in front of the field descriptors
+constexpr std::size_t kDescriptor = 32;  // bytes of one field descriptor
+constexpr std::size_t kNameBytes = 11;
+constexpr char kEndOfFields = 0x0D;
+constexpr char kEndOfFile = 0x1A;
+constexpr std::uint8_t kNullable = 0x02;  // among the flags of a Visual FoxPro field
+
+constexpr std::string_view kVersions = "\x03\x30\x31\x32\x43\x63\x7B\x83\x8B\x8E\xCB\xE5\xF5\xFB";
+
+/// The file with the words for what is wrong with it.
+class Suspect {
+ public:
+  Suspect(std::string_view file, const std::string& path) : file_(file), path_(path) {}
+
+  [[noreturn]] void Refuse(const std::string& reason) const {
+    throw Failure(failure_number::kExternalTableFormat,
+                  "External table is not in the expected format: " + path_ + " " + reason + ".");
+  }
+  std::size_t Size() const { return file_.size(); }
+  std::string_view Bytes(std::size_t from, std::size_t count) const {
+    return file_.substr(from, count);
+  }
+  std::uint8_t Byte(std::size_t at) const { return static_cast<std::uint8_t>(file_[at]); }
+  std::size_t Word(std::size_t at) const { return Byte(at) | std::size_t{Byte(at + 1)} << 8; }
+  std::size_t DoubleWord(std::size_t at) const { return Word(at) | Word(at + 2) << 16; }
+  char Letter(std::size_t at) const { return file_[at]; }
+
+ private:
+  std::string_view file_;
+  const std::string& path_;
+};
+
+void CheckVersion(const Suspect& file) {
+  const std::uint8_t version = file.Byte(0);
+  if (version == 0x02) file.Refuse("is a dBase II table, which is not read");
+  if (version == 0x04 || version == 0x8C) file.Refuse("is a dBase 7 table, which is not read");
+  if (kVersions.find(file.Letter(0)) == std::string_view::npos) file.Refuse("is no dBase table");
+  if (file.Byte(15) == 1) file.Refuse("is encrypted");
+}
+
+DbfField ReadDescriptor(const Suspect& file, std::size_t at, const CodePage& page) {
+  const std::string_view name = file.Bytes(at, kNameBytes);
+  DbfField field;
+  field.Name = Trim(page.ToUtf8(name.substr(0, name.find('\0'))));
+  if (field.Name.empty()) file.Refuse("has a field without a name");
+  const char type = file.Letter(at + 11);
+  field.Type = type >= 'a' && type <= 'z' ? static_cast<char>(type - 'a' + 'A') : type;
+  field.Length = file.Byte(at + 16);
+  field.Decimals = file.Byte(at + 17);
+  return field;
+}
+
+/// Null flags are one bit a field, in the order of the fields; a text of varying length has a bit
+/// of its own before it, which says that the text does not fill its field.
+class NullBits {
+ public:
+  void Assign(DbfField& field, std::uint8_t flags) {
+    if (field.Type == 'V' || field.Type == 'Q') field.PartFilledBit = next_++;
+    if ((flags & kNullable) != 0) field.NullBit = next_++;
+  }
+
+ private:
+  int next_ = 0;
+};
+
+std::size_t SumOfLengths(const std::vector<DbfField>& fields) {
+  std::size_t sum = 1;
+  for (const DbfField& field : fields) sum += field.Length;
+  return sum;
+}
+
+/// Some programs write texts of more than 255 bytes by using the place of the decimals as the high
+/// byte; others leave something meaningless there. The record's length tells which it is.
+void FitToRecordLength(const Suspect& file, DbfHeader& header) {
+  if (SumOfLengths(header.Fields) != header.RecordLength) {
+    for (DbfField& field : header.Fields) {
+      if (field.Type == 'C') field.Length += static_cast<std::size_t>(field.Decimals) << 8;
+    }
+  }
+  const std::size_t sum = SumOfLengths(header.Fields);
+  if (sum != header.RecordLength) {
+    file.Refuse("says that its records have " + std::to_string(header.RecordLength) +
+                " bytes, but its fields take " + std::to_string(sum));
+  }
+}
+
+void PlaceFields(DbfHeader& header) {
+  std::size_t offset = 1;
+  for (DbfField& field : header.Fields) {
+    field.Offset = offset;
+    offset += field.Length;
+  }
+}
+
+/// Takes the null flags, a field of type 0, out of the fields that a row shows.
+void HideNullFlags(DbfHeader& header) {
+  const auto flags = std::find_if(header.Fields.begin(), header.Fields.end(),
+                                  [](const DbfField& field) { return field.Type == '0'; });
+  if (flags == header.Fields.end()) return;
+  header.NullFlagsOffset = flags->Offset;
+  header.NullFlagsLength = flags->Length;
+  header.Fields.erase(flags);
+}
+
+void ReadFields(const Suspect& file, DbfHeader& header) {
+  const CodePage page = CodePageOf(header.Language);
+  NullBits bits;
+  for (std::size_t at = kFixedPart;
+       at + kDescriptor <= header.HeaderLength && file.Letter(at) != kEndOfFields;
+       at += kDescriptor) {
+    header.Fields.push_back(ReadDescriptor(file, at, page));
+    if (header.IsVisual()) bits.Assign(header.Fields.back(), file.Byte(at + 18));
+  }
+  FitToRecordLength(file, header);
+  PlaceFields(header);
+  HideNullFlags(header);
+  if (header.Fields.empty()) file.Refuse("has no fields");
+}
+
+std::size_t WholeRecords(const Suspect& file, const DbfHeader& header, std::size_t promised) {
+  const std::size_t room = (file.Size() - header.HeaderLength) / header.RecordLength;
+  for (std::size_t record = 0; record < room; ++record) {
+    const char flag = file.Letter(header.HeaderLength + record * header.RecordLength);
+    if (flag == kEndOfFile) return record;
+    if (record >= promised && flag != ' ' && flag != '*') return record;
+  }
+  return room;
+}
+
+std::size_t CountRecords(const Suspect& file, const DbfHeader& header) {
+  const std::size_t promised = file.DoubleWord(4);
+  std::size_t records = WholeRecords(file, header, promised);
+  const std::size_t rest = header.HeaderLength + records * header.RecordLength;
+  const bool cutShort = file.Size() - rest < header.RecordLength;
+  const std::size_t firstField = header.Fields.front().Offset + header.Fields.front().Length;
+  if (records + 1 == promised && cutShort && file.Size() - rest >= firstField &&
+      file.Letter(rest) != kEndOfFile) {
+    ++records;
+  }
+  if (records < promised) {
+    file.Refuse("holds " + std::to_string(records) + " records of the " + std::to_string(promised) +
+                " that its header promises");
+  }
+  return records;
+}
+
+}  // namespace
+
+DbfHeader CheckDbfHeader(std::string_view bytes, const std::string& path) {
+  const Suspect file(bytes, path);
+  if (bytes.empty()) file.Refuse("is empty");
+  if (bytes.size() <= kFixedPart) file.Refuse("is no dBase table");
+  CheckVersion(file);
+  DbfHeader header;
+  header.Version = file.Byte(0);
+  header.Language = file.Byte(29);
+  header.HeaderLength = file.Word(8);
+  header.RecordLength = file.Word(10);
+  if (header.HeaderLength <= kFixedPart || header.HeaderLength > bytes.size()) {
+    file.Refuse("is no dBase table, or is cut off in its header");
+  }
+  ReadFields(file, header);
+  header.RecordCount = CountRecords(file, header);
+  return header;
+}
+
+std::string ReadTableFile(const std::string& path) {
+  if (!Exist(path)) {
+    throw Failure(failure_number::kNoSuchTable, "Could not find the table " + path + ".");
+  }
+  try {
+    return OsFile::OpenToRead(ExistingPath(path)).ReadAll();
+  } catch (const Failure& reason) {
+    throw Failure(failure_number::kExternalDriver,
+                  "The table " + path + " could not be read. " + reason.Text);
+  }
+}
+
+}  // namespace ostrel

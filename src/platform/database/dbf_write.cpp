@@ -1,0 +1,112 @@
+#include "platform/database/dbf_write.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+
+#include "platform/database/dbf_header.h"
+#include "platform/database/dbf_values.h"
+#include "platform/failure.h"
+#include "platform/files/files.h"
+#include "platform/files/replace_file.h"
+#include "platform/values/numbers.h"
+#include "platform/values/text.h"
+
+namespace ostrel {
+
+namespace {
+
+constexpr double kLargestCurrency = 900'000'000'000'000;  // below what its 64 bits hold
+
+[[noreturn]] void RefuseNumber(const DbfField& field, double number) {
+  throw Failure(failure_number::kOverflow, "Overflow: " + GeneralText(number) +
+                                               " does not fit in the field " + field.Name + ".");
+}
+
+/// Right-justified, with the decimals of the field.
+std::string DecimalText(const DbfField& field, double number) {
+  char digits[255];  // no field is longer
+  const auto [end, error] = std::to_chars(digits, std::end(digits), number == 0 ? 0.0 : number,
+                                          std::chars_format::fixed, field.Decimals);
+  const auto length = static_cast<std::size_t>(end - digits);
+  if (error != std::errc() || length > field.Length) RefuseNumber(field, number);
+  return std::string(field.Length - length, ' ').append(digits, length);
+}
+
+std::string LittleEndianBytes(std::uint64_t number, std::size_t count) {
+  std::string bytes(count, '\0');
+  for (char& byte : bytes) {
+    byte = static_cast<char>(number & 0xFF);
+    number >>= 8;
+  }
+  return bytes;
+}
+
+std::uint64_t CurrencyUnits(const DbfField& field, double number) {
+  if (std::abs(number) > kLargestCurrency) RefuseNumber(field, number);
+  return static_cast<std::uint64_t>(std::llround(number * 10000));
+}
+
+std::string TypedBytes(const DbfField& field, double number) {
+  switch (field.Type) {
+    case 'N':
+    case 'F':
+      return DecimalText(field, number);
+    case 'I':
+      return LittleEndianBytes(static_cast<std::uint64_t>(ToLong(number)), field.Length);
+    case 'Y':
+      return LittleEndianBytes(CurrencyUnits(field, number), field.Length);
+    case 'B':
+      return LittleEndianBytes(std::bit_cast<std::uint64_t>(number), field.Length);
+    default:
+      return {};
+  }
+}
+
+/// The number as the field's type writes it; as many bytes as the field has.
+std::string FieldBytes(const DbfField& field, double number) {
+  const std::string bytes = TypedBytes(field, number);
+  if (!DbfNumericField(field.Type, bytes)) {
+    throw Failure(failure_number::kFieldConversion,
+                  "Data type conversion error: the field " + field.Name + " holds no numbers.");
+  }
+  return bytes;
+}
+
+const DbfField& FieldNamed(const DbfHeader& header, const std::string& name,
+                           const std::string& path) {
+  const auto found =
+      std::find_if(header.Fields.begin(), header.Fields.end(),
+                   [&](const DbfField& field) { return SameText(field.Name, name); });
+  if (found == header.Fields.end()) {
+    throw Failure(failure_number::kTooFewParameters,
+                  "Too few parameters: " + path + " has no field " + name + ".");
+  }
+  return *found;
+}
+
+/// Into every record that holds the field whole; the last one may be cut short.
+void PutInEveryRecord(const DbfHeader& header, const DbfField& field, const std::string& bytes,
+                      std::string& file) {
+  std::size_t at = header.HeaderLength + field.Offset;
+  for (std::size_t record = 0; record < header.RecordCount; ++record, at += header.RecordLength) {
+    if (at + bytes.size() <= file.size()) file.replace(at, bytes.size(), bytes);
+  }
+}
+
+}  // namespace
+
+void WriteNumbers(const std::string& path, const std::vector<Assignment>& assignments) {
+  std::string file = ReadTableFile(path);
+  const DbfHeader header = CheckDbfHeader(file, path);
+  for (const Assignment& assignment : assignments) {
+    const DbfField& field = FieldNamed(header, assignment.Field, path);
+    PutInEveryRecord(header, field, FieldBytes(field, assignment.Number), file);
+  }
+  ReplaceFile(ExistingPath(path), file);
+}
+
+}  // namespace ostrel

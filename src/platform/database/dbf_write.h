@@ -1,0 +1,21 @@
+#pragma once
+
+// Writing numbers back into a dBase table: the one change that the program makes to the office's
+// files, to take the year-to-date pay out of them.
+
+#include <string>
+#include <vector>
+
+#include "platform/database/sql_dialect.h"
+
+namespace ostrel {
+
+/// Puts numbers into fields of every record, deleted ones included, since pay that is not to stay on
+/// the laptop must not stay in a record that is merely marked. Only the bytes of those fields
+/// change; the file is replaced as a whole (files/replace_file.h), so it is never half written.
+///   throws  Failure 3078, 3275 or 3274 by the file; 3061 for a field that the table does not have;
+///           3421 for a field that holds no numbers; 6 for a number that the field is too narrow
+///           for; 61, 71, 75 or 57 when it cannot be written, the file being as it was
+void WriteNumbers(const std::string& path, const std::vector<Assignment>& assignments);
+
+}  // namespace ostrel

@@ -1,0 +1,239 @@
+#include "platform/database/store.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "platform/database/answer_recordset.h"
+#include "platform/database/store_fields.h"
+#include "platform/database/store_file.h"
+#include "platform/database/store_recordset.h"
+#include "platform/failure.h"
+#include "platform/values/text.h"
+
+namespace ostrel {
+namespace {
+
+Value ColumnValue(const SqliteStatement& row, int column, FieldType type) {
+  if (row.IsNull(column)) return {};
+  switch (type) {
+    case FieldType::Single:
+      return static_cast<float>(row.Real(column));
+    case FieldType::Double:
+      return row.Real(column);
+    case FieldType::Date:
+      return Moment{row.Real(column)};
+    case FieldType::Text:
+      return row.Text(column);
+  }
+  return {};
+}
+
+Value AnswerValue(const SqliteStatement& row, QueryForm form, FieldType type) {
+  if (form == QueryForm::Count) return static_cast<std::int32_t>(row.Integer(0));
+  return ColumnValue(row, 0, form == QueryForm::Sum ? FieldType::Double : type);
+}
+
+void BindAll(SqliteStatement& statement, const std::vector<Value>& parameters) {
+  int parameter = 1;
+  for (const Value& value : parameters) statement.Bind(parameter++, value);
+}
+
+/// Sorts each run of rows with equal moments; SQLite leaves their order open.
+class TieSorter {
+ public:
+  TieSorter(std::vector<Bookmark>& rows, bool descending) : rows_(rows), descending_(descending) {}
+
+  void Add(Bookmark row, double etime) {
+    if (etime != etime_) {
+      SortRun();
+      etime_ = etime;
+    }
+    rows_.push_back(row);
+  }
+
+  void SortRun() {
+    if (rows_.size() - run_start_ > 1) {
+      const auto start = rows_.begin() + static_cast<std::ptrdiff_t>(run_start_);
+      std::sort(start, rows_.end());
+      if (descending_) std::reverse(start, rows_.end());
+    }
+    run_start_ = rows_.size();
+  }
+
+ private:
+  std::vector<Bookmark>& rows_;
+  bool descending_;
+  std::size_t run_start_ = 0;
+  double etime_ = std::numeric_limits<double>::quiet_NaN();
+};
+
+std::string Quoted(std::string_view name) {
+  std::string quoted = "\"";
+  for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
+  return quoted + '"';
+}
+
+}  // namespace
+
+Store::Store(std::string path, std::unique_ptr<SqliteConnection> connection)
+    : path_(std::move(path)),
+      connection_(std::move(connection)),
+      commit_(*connection_),
+      day_index_(*connection_) {}
+
+void Store::RequireTable() {
+  if (!has_table_) RequireLineTable(*connection_, path_);
+  has_table_ = true;
+}
+
+std::shared_ptr<RecordsetBody> Store::OpenRecordset(std::string_view text, RecordsetType) {
+  const Query query = ReadQuery(text);
+  if (query.Form == QueryForm::Table) return OpenTable(query.Table);
+  if (query.Form != QueryForm::Rows) {
+    return std::make_shared<AnswerRecordset>(query.Answer, Answer(query));
+  }
+  if (const std::optional<DayOfEmployee> asked = AsDayOfEmployee(query)) {
+    if (auto rows = day_index_.LinesOf(*asked, commit_.KeyChanges())) {
+      return std::make_shared<StoreRecordset>(shared_from_this(), std::move(*rows));
+    }
+  }
+  return std::make_shared<StoreRecordset>(shared_from_this(), Select(query));
+}
+
+std::shared_ptr<RecordsetBody> Store::OpenTable(const std::string& table) {
+  if (!SameText(table, kLineTableName)) {
+    throw Failure(failure_number::kNoSuchTable, "There is no table \"" + table + "\".");
+  }
+  SqliteStatement& highest = connection_->Question("SELECT max(rowid) FROM OstrelPr");
+  Bookmark row = 0;
+  while (highest.Step()) row = highest.Integer(0);
+  return std::make_shared<StoreRecordset>(shared_from_this(), WholeTable{row});
+}
+
+std::vector<Bookmark> Store::Select(const Query& query) {
+  const StoreQuestion question = QuestionFor(query);
+  SqliteStatement& statement = connection_->Question(question.Sql);
+  BindAll(statement, question.Parameters);
+  std::vector<Bookmark> rows;
+  if (!question.TiesOpen) {
+    while (statement.Step()) rows.push_back(statement.Integer(0));
+    return rows;
+  }
+  TieSorter sorter(rows, question.Descending);
+  constexpr double noMoment = -std::numeric_limits<double>::infinity();
+  while (statement.Step()) {
+    sorter.Add(statement.Integer(0), statement.IsNull(1) ? noMoment : statement.Real(1));
+  }
+  sorter.SortRun();
+  return rows;
+}
+
+std::vector<Value> Store::Answer(const Query& query) {
+  const StoreQuestion question = QuestionFor(query, derived_);
+  if (derived_.empty()) return AnswerFrom(connection_->Question(question.Sql), query, question);
+  SqliteStatement onceOnly(*connection_, question.Sql, StoreStep::Read);
+  return AnswerFrom(onceOnly, query, question);
+}
+
+std::vector<Value> Store::AnswerFrom(SqliteStatement& statement, const Query& query,
+                                     const StoreQuestion& question) {
+  BindAll(statement, question.Parameters);
+  std::vector<Value> values;
+  while (statement.Step()) {
+    values.push_back(AnswerValue(statement, query.Form, question.Answer));
+  }
+  // An aggregate always answers, with Null over no rows.
+  if (query.Form != QueryForm::Distinct && values.empty()) values.emplace_back();
+  return values;
+}
+
+void Store::ShowDerivedLines(const std::vector<DerivedLine>& lines) {
+  derived_.clear();
+  const auto& fields = LineTable().Fields;
+  for (const DerivedLine& line : lines) {
+    std::vector<Value> values(fields.size());
+    for (const auto& [name, value] : line) {
+      const int ordinal = LineFieldOrdinal(name);
+      if (ordinal < 0) RefuseUnknownField(name);
+      const auto at = static_cast<std::size_t>(ordinal);
+      values[at] = ValueForField(fields[at], value);
+    }
+    derived_ += (derived_.empty() ? "VALUES " : ",") + DerivedRowSql(values);
+  }
+}
+
+bool Store::ReadRow(Bookmark row, std::vector<Value>& fields) {
+  if (!row_reader_) {
+    row_reader_.emplace(*connection_, "SELECT * FROM OstrelPr WHERE rowid = ?1", StoreStep::Read);
+  }
+  row_reader_->Bind(1, row);
+  if (!row_reader_->Step()) return false;
+  const auto& definitions = LineTable().Fields;
+  fields.resize(definitions.size());
+  for (std::size_t i = 0; i < definitions.size(); ++i) {
+    fields[i] = ColumnValue(*row_reader_, static_cast<int>(i), definitions[i].Type);
+  }
+  row_reader_->Reset();
+  return true;
+}
+
+std::vector<Bookmark> Store::RowsUpTo(Bookmark highest) {
+  SqliteStatement& statement =
+      connection_->Question("SELECT rowid FROM OstrelPr WHERE rowid <= ?1 ORDER BY rowid");
+  statement.Bind(1, highest);
+  std::vector<Bookmark> rows;
+  while (statement.Step()) rows.push_back(statement.Integer(0));
+  return rows;
+}
+
+void Store::Execute(std::string_view sql) {
+  const Action action = ReadAction(sql);
+  const auto* creation = std::get_if<IndexCreation>(&action);
+  if (creation == nullptr) RefuseOperation("this action statement");
+  if (!SameText(creation->Table, kLineTableName)) {
+    throw Failure(failure_number::kNoSuchTable, "There is no table \"" + creation->Table + "\".");
+  }
+  if (LineFieldOrdinal(creation->Field) < 0) RefuseUnknownField(creation->Field);
+  Alter("CREATE INDEX " + Quoted(creation->Index) + " ON OstrelPr(" + Quoted(creation->Field) +
+        (creation->Descending ? " DESC)" : ")"));
+}
+
+void Store::AppendTable(const TableDefinition& table) {
+  std::string sql = "CREATE TABLE " + Quoted(table.Name) + "(";
+  const char* joint = "";
+  for (const FieldDefinition& field : table.Fields) {
+    sql += std::exchange(joint, ", ") + Quoted(field.Name) + " " + ColumnType(field);
+  }
+  Alter(sql + ")");
+}
+
+void Store::DeleteIndex(std::string_view table, std::string_view index) {
+  if (!HasIndex(table, index)) {
+    throw Failure(failure_number::kItemNotFound,
+                  "The table has no index \"" + std::string(index) + "\".");
+  }
+  Alter("DROP INDEX " + Quoted(index));
+}
+
+bool Store::HasIndex(std::string_view table, std::string_view index) {
+  SqliteStatement found(*connection_,
+                        "SELECT 1 FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL "
+                        "AND lower(tbl_name) = lower(?1) AND lower(name) = lower(?2)",
+                        StoreStep::Read);
+  const Value tableName{std::string(table)};
+  const Value indexName{std::string(index)};
+  found.Bind(1, tableName);
+  found.Bind(2, indexName);
+  bool exists = false;
+  while (found.Step()) exists = true;
+  return exists;
+}
+
+// What has been gathered is made durable first, so that it does not share the fate of this change.
+void Store::Alter(const std::string& sql) {
+  commit_.Settle();
+  connection_->Run(sql, StoreStep::Alter);
+}
+
+}  // namespace ostrel

@@ -1,0 +1,143 @@
+#include "platform/database/store_file.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <utility>
+
+#include "platform/database/store_fields.h"
+#include "platform/failure.h"
+#include "platform/files/files.h"
+#include "platform/files/os_file.h"
+
+namespace ostrel {
+namespace {
+
+// What tells a store of this program from every other SQLite file: "OsPr" in the header's field for
+// the application that a file belongs to, and the version of the table's layout.
+constexpr std::uint32_t kApplicationId = 0x4F735072;
+constexpr std::uint32_t kLayoutVersion = 1;
+
+constexpr std::size_t kHeaderSize = 100;
+constexpr std::size_t kLayoutVersionPlace = 60;
+constexpr std::size_t kApplicationIdPlace = 68;
+constexpr std::string_view kSqliteMark{"SQLite format 3\0", 16};
+
+constexpr int kReadWritePermissions = 0666;
+
+std::uint32_t BigEndian(std::string_view header, std::size_t place) {
+  std::uint32_t number = 0;
+  for (std::size_t i = 0; i < 4; ++i) {
+    number = number << 8U | static_cast<unsigned char>(header[place + i]);
+  }
+  return number;
+}
+
+[[noreturn]] void RefuseForeign(const std::string& path) {
+  throw Failure(failure_number::kForeignStore,
+                "The file is not a timecard store of this program: " + path);
+}
+
+// Looked at before SQLite is asked anything, because SQLite takes an empty file for an empty
+// database, and at its first question rolls back what a journal beside the file says.
+void RequireStoreHeader(const SqliteConnection& connection, const std::string& path) {
+  const std::string header = connection.FirstBytes(kHeaderSize);
+  const bool ours = header.starts_with(kSqliteMark) &&
+                    BigEndian(header, kApplicationIdPlace) == kApplicationId &&
+                    BigEndian(header, kLayoutVersionPlace) == kLayoutVersion;
+  if (!ours) RefuseForeign(path);
+}
+
+// Cuts short at the first finding; one is enough to refuse the file.
+void RequireSound(SqliteConnection& connection, const std::string& path) {
+  SqliteStatement check(connection, "PRAGMA quick_check(1)", StoreStep::Read);
+  std::string finding;
+  while (check.Step()) finding = check.Text(0);
+  if (finding != "ok") {
+    throw Failure(failure_number::kDamagedStore,
+                  "The store is damaged: " + path + " (" + finding + ")");
+  }
+}
+
+// A rollback journal keeps the store one file that can be copied; every commit reaches the disk.
+void SetDurability(SqliteConnection& connection) {
+  connection.Run("PRAGMA journal_mode = TRUNCATE", StoreStep::Read);
+  connection.Run("PRAGMA synchronous = FULL", StoreStep::Read);
+  connection.Run("PRAGMA temp_store = MEMORY", StoreStep::Read);
+  connection.Run("PRAGMA cache_size = -32768", StoreStep::Read);
+}
+
+/// Takes a file away again unless it is to stay.
+class FileInTheMaking {
+ public:
+  explicit FileInTheMaking(const std::string& path) : path_(path) {}
+  ~FileInTheMaking() {
+    std::error_code ignored;
+    for (const std::string& file : {path_, path_ + "-journal"}) {
+      if (!stays_) std::filesystem::remove(PathFromUtf8(file), ignored);
+    }
+  }
+  FileInTheMaking(const FileInTheMaking&) = delete;
+  FileInTheMaking& operator=(const FileInTheMaking&) = delete;
+
+  void Keep() { stays_ = true; }
+
+ private:
+  std::string path_;
+  bool stays_ = false;
+};
+
+void CreateEmptyFile(const std::string& path) {
+  std::error_code unknown;
+  const std::filesystem::path folder = PathFromUtf8(path).parent_path();
+  if (!folder.empty() && !std::filesystem::is_directory(folder, unknown)) {
+    throw FileFailure(failure_number::kPathNotFound, path);
+  }
+  if (Exist(path) || !OsFile::CreateNew(path, kReadWritePermissions)) {
+    throw FileFailure(failure_number::kFileExists, path);
+  }
+}
+
+}  // namespace
+
+void RequireLineTable(SqliteConnection& connection, const std::string& path) {
+  SqliteStatement columns(connection,
+                          "SELECT field.name, field.type FROM sqlite_schema AS entry, "
+                          "pragma_table_info(entry.name) AS field "
+                          "WHERE entry.type = 'table' AND entry.name = 'OstrelPr' "
+                          "ORDER BY field.cid",
+                          StoreStep::Read);
+  const auto& fields = LineTable().Fields;
+  std::size_t matching = 0;
+  std::size_t count = 0;
+  while (columns.Step()) {
+    const bool matches = count < fields.size() && columns.Text(0) == fields[count].Name &&
+                         columns.Text(1) == ColumnType(fields[count]);
+    if (matches) ++matching;
+    ++count;
+  }
+  if (matching != fields.size() || count != fields.size()) RefuseForeign(path);
+}
+
+std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path) {
+  auto connection = std::make_unique<SqliteConnection>(path);
+  RequireStoreHeader(*connection, path);
+  RequireLineTable(*connection, path);
+  RequireSound(*connection, path);
+  SetDurability(*connection);
+  return connection;
+}
+
+std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path) {
+  CreateEmptyFile(path);
+  FileInTheMaking file(path);
+  auto connection = std::make_unique<SqliteConnection>(path);
+  SetDurability(*connection);
+  connection->Run("BEGIN IMMEDIATE", StoreStep::Create);
+  connection->Run("PRAGMA application_id = " + std::to_string(kApplicationId), StoreStep::Create);
+  connection->Run("PRAGMA user_version = " + std::to_string(kLayoutVersion), StoreStep::Create);
+  connection->Run("COMMIT", StoreStep::Create);
+  file.Keep();
+  return connection;
+}
+
+}  // namespace ostrel

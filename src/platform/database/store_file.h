@@ -1,0 +1,24 @@
+#pragma once
+
+// The file of a timecard store: how one is made, and what a file must show before it is taken for
+// one. Behind OpenDatabase and CreateDatabase of database.h.
+
+#include <memory>
+#include <string>
+
+#include "platform/database/sqlite_connection.h"
+
+namespace ostrel {
+
+/// Opens an existing store and looks through the whole of it. The file is only read.
+///   throws  Failure 3024, 3343, 3049 or 3260, see OpenDatabase
+std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path);
+
+/// Makes a store without its table.
+///   throws  Failure 58, 75, 76 or 61, see CreateDatabase; no file of its own stays behind then
+std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path);
+
+/// throws  Failure 3343 when the store's table is not there or not as this program makes it
+void RequireLineTable(SqliteConnection& connection, const std::string& path);
+
+}  // namespace ostrel

@@ -1,0 +1,175 @@
+#include "platform/database/store_recordset.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/database/store_fields.h"
+#include "platform/failure.h"
+
+namespace ostrel {
+namespace {
+
+[[noreturn]] void RefuseDeletedRow() {
+  throw Failure(failure_number::kDeletedRecord, "Record is deleted.");
+}
+
+[[noreturn]] void RefuseWithoutEdit() {
+  throw Failure(failure_number::kNoEditUnderWay, "Update or assignment without AddNew or Edit.");
+}
+
+void RefuseReadOnly(const Store& store) {
+  if (!store.ReadOnly()) return;
+  throw Failure(failure_number::kNotUpdatable, "Cannot update: the store is read-only.");
+}
+
+const FieldDefinition& Definition(int ordinal) {
+  return LineTable().Fields[static_cast<std::size_t>(ordinal)];
+}
+
+}  // namespace
+
+StoreRecordset::StoreRecordset(std::shared_ptr<Store> store, std::vector<Bookmark> rows)
+    : store_(std::move(store)), rows_(std::move(rows)) {
+  WalkedRecordset::MoveTo(0);
+}
+
+StoreRecordset::StoreRecordset(std::shared_ptr<Store> store, WholeTable table)
+    : store_(std::move(store)), unlisted_(table.Highest) {
+  if (unlisted_ == 0) WalkedRecordset::MoveTo(0);
+}
+
+const std::vector<Bookmark>& StoreRecordset::Rows() const {
+  if (unlisted_ != 0) {
+    std::vector<Bookmark> listed = store_->RowsUpTo(unlisted_);
+    listed.insert(listed.end(), rows_.begin(), rows_.end());
+    rows_ = std::move(listed);
+    unlisted_ = 0;
+  }
+  return rows_;
+}
+
+void StoreRecordset::MoveTo(std::size_t row) {
+  mode_ = EditMode::None;
+  fields_row_ = 0;
+  WalkedRecordset::MoveTo(row);
+}
+
+void StoreRecordset::SetBookmark(Bookmark bookmark) {
+  const auto& rows = Rows();
+  const auto found = std::find(rows.begin(), rows.end(), bookmark);
+  if (found == rows.end()) RefuseDeletedRow();
+  std::vector<Value> fields;
+  if (!store_->ReadRow(bookmark, fields)) RefuseDeletedRow();
+  MoveTo(static_cast<std::size_t>(found - rows.begin()));
+  fields_ = std::move(fields);
+  fields_row_ = bookmark;
+  fields_change_ = store_->Writes().Changes();
+}
+
+const std::vector<Value>& StoreRecordset::CurrentFields() const {
+  const Bookmark row = Rows()[CurrentRow()];
+  const std::uint64_t change = store_->Writes().Changes();
+  if (fields_row_ == row && fields_change_ == change) return fields_;
+  fields_row_ = 0;
+  if (!store_->ReadRow(row, fields_)) RefuseDeletedRow();
+  fields_row_ = row;
+  fields_change_ = change;
+  return fields_;
+}
+
+void StoreRecordset::BeginEdit(EditMode mode, Bookmark row, std::vector<Value> fields) {
+  mode_ = mode;
+  const bool add = mode == EditMode::Add;
+  edit_ = {add ? RowChange::Kind::Insert : RowChange::Kind::Update, row, 0, {}};
+  buffer_ = std::move(fields);
+}
+
+void StoreRecordset::AddNew() {
+  RefuseReadOnly(*store_);
+  BeginEdit(EditMode::Add, 0, std::vector<Value>(LineTable().Fields.size()));
+}
+
+void StoreRecordset::Edit() {
+  RefuseReadOnly(*store_);
+  const Bookmark row = Rows()[CurrentRow()];
+  // Another program may have changed the row, unless an open commit keeps it out.
+  if (!store_->Connection().InTransaction()) fields_row_ = 0;
+  BeginEdit(EditMode::InProgress, row, CurrentFields());
+}
+
+void StoreRecordset::WriteEdit() {
+  edit_.Values.clear();
+  for (std::size_t i = 0; i < buffer_.size(); ++i) {
+    if ((edit_.Fields >> i & 1U) != 0) edit_.Values.push_back(buffer_[i]);
+  }
+  store_->Writes().Write(edit_);
+}
+
+void StoreRecordset::Update() {
+  if (mode_ == EditMode::None) RefuseWithoutEdit();
+  if (mode_ == EditMode::InProgress && edit_.Fields == 0) {
+    mode_ = EditMode::None;
+    return;
+  }
+  const std::uint64_t before = store_->Writes().Changes();
+  WriteEdit();
+  if (mode_ == EditMode::Add) rows_.push_back(edit_.Row);
+  // With this write alone between, what was read for the edit and then changed is the row now.
+  const std::uint64_t now = store_->Writes().Changes();
+  if (fields_row_ == edit_.Row && fields_change_ == before && now == before + 1) {
+    fields_ = std::move(buffer_);
+    fields_change_ = now;
+  }
+  mode_ = EditMode::None;
+}
+
+void StoreRecordset::Delete() {
+  const std::size_t place = CurrentRow();
+  mode_ = EditMode::None;
+  RowChange change{RowChange::Kind::Delete, Rows()[place], 0, {}};
+  store_->Writes().Write(change);
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(place));
+  RowRemoved();
+}
+
+int StoreRecordset::FieldCount() const { return static_cast<int>(LineTable().Fields.size()); }
+
+int StoreRecordset::OrdinalOf(std::string_view name) const {
+  const int ordinal = LineFieldOrdinal(name);
+  if (ordinal < 0) RefuseUnknownField(name);
+  return ordinal;
+}
+
+Value StoreRecordset::GetField(int ordinal) const {
+  const auto& fields = mode_ == EditMode::None ? CurrentFields() : buffer_;
+  return fields[static_cast<std::size_t>(ordinal)];
+}
+
+void StoreRecordset::SetField(int ordinal, const Value& value) {
+  if (mode_ == EditMode::None) RefuseWithoutEdit();
+  buffer_[static_cast<std::size_t>(ordinal)] = ValueForField(Definition(ordinal), value);
+  edit_.Fields |= 1U << static_cast<unsigned>(ordinal);
+}
+
+int StoreRecordset::FieldSize(int ordinal) const {
+  switch (Definition(ordinal).Type) {
+    case FieldType::Single:
+      return 4;
+    case FieldType::Double:
+    case FieldType::Date:
+      return 8;
+    case FieldType::Text:
+      return Definition(ordinal).Size;
+  }
+  return 0;
+}
+
+std::string StoreRecordset::FieldName(int ordinal) const { return Definition(ordinal).Name; }
+
+std::vector<Value> StoreRecordset::RowAt(std::size_t position) const {
+  std::vector<Value> fields;
+  if (!store_->ReadRow(BookmarkAt(position), fields)) fields.clear();
+  return fields;
+}
+
+}  // namespace ostrel

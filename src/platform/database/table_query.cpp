@@ -1,0 +1,140 @@
+#include "platform/database/table_query.h"
+
+#include <algorithm>
+#include <cmath>
+#include <compare>
+#include <numeric>
+#include <string>
+#include <utility>
+
+#include "platform/failure.h"
+#include "platform/values/text.h"
+
+namespace ostrel {
+
+namespace {
+
+[[noreturn]] void RefuseTypes(const std::string& field) {
+  throw Failure(failure_number::kFieldConversion,
+                "Data type mismatch: " + field + " is compared with a value of another type.");
+}
+
+std::size_t Column(const DbfTable& table, const std::string& field) {
+  const int index = table.FieldIndex(field);
+  if (index < 0) {
+    throw Failure(failure_number::kTooFewParameters,
+                  "Too few parameters: the table has no field " + field + ".");
+  }
+  return static_cast<std::size_t>(index);
+}
+
+std::strong_ordering CompareTexts(const std::string& a, const std::string& b) {
+  return UpperCase(a) <=> UpperCase(b);
+}
+
+/// Unordered where one is a text and the other is not.
+std::partial_ordering Compare(const Value& a, const Value& b) {
+  if (a.IsNull() || b.IsNull()) return b.IsNull() <=> a.IsNull();
+  if (a.IsText() != b.IsText()) return std::partial_ordering::unordered;
+  if (a.IsText()) return CompareTexts(a.Characters(), b.Characters());
+  return a.NumberOrZero() <=> b.NumberOrZero();
+}
+
+bool Equal(const Value& value, const Value& operand, const Condition& condition) {
+  const auto order = Compare(value, operand);
+  if (order == std::partial_ordering::unordered) RefuseTypes(condition.Field);
+  return order == std::partial_ordering::equivalent;
+}
+
+bool IsAmong(const Value& value, const Condition& condition) {
+  return std::any_of(condition.Operands.begin(), condition.Operands.end(),
+                     [&](const Value& operand) { return Equal(value, operand, condition); });
+}
+
+bool Holds(const Condition& condition, Value value) {
+  if (value.IsNull()) return false;
+  if (condition.WholeDay && !value.IsText()) value = Moment{std::floor(value.NumberOrZero())};
+  if (condition.Test == Comparison::In) return IsAmong(value, condition);
+  if (condition.Test == Comparison::NotIn) return !IsAmong(value, condition);
+  const auto order = Compare(value, condition.Operands.front());
+  if (order == std::partial_ordering::unordered) RefuseTypes(condition.Field);
+  if (condition.Test == Comparison::Greater) return order == std::partial_ordering::greater;
+  if (condition.Test == Comparison::Less) return order == std::partial_ordering::less;
+  return order == std::partial_ordering::equivalent;
+}
+
+void KeepRowsThatHold(const DbfTable& table, const Condition& condition,
+                      std::vector<std::uint32_t>& rows) {
+  const std::size_t column = Column(table, condition.Field);
+  std::erase_if(rows, [&](std::uint32_t row) { return !Holds(condition, table.At(row, column)); });
+}
+
+void SortRows(const DbfTable& table, const OrderTerm& term, std::vector<std::uint32_t>& rows) {
+  const std::size_t column = Column(table, term.Field);
+  std::stable_sort(rows.begin(), rows.end(), [&](std::uint32_t a, std::uint32_t b) {
+    const auto order = Compare(table.At(a, column), table.At(b, column));
+    return term.Descending ? order > 0 : order < 0;
+  });
+}
+
+std::vector<Value> Distinct(std::vector<Value> values) {
+  std::stable_sort(values.begin(), values.end(),
+                   [](const Value& a, const Value& b) { return Compare(a, b) < 0; });
+  const auto repeated = std::unique(values.begin(), values.end(), [](const auto& a, const auto& b) {
+    return Compare(a, b) == std::partial_ordering::equivalent;
+  });
+  values.erase(repeated, values.end());
+  return values;
+}
+
+Value Sum(const std::vector<Value>& values, const std::string& field) {
+  Value sum;
+  for (const Value& value : values) {
+    if (value.IsText()) RefuseTypes(field);
+    if (!value.IsNull()) sum = sum.NumberOrZero() + value.NumberOrZero();
+  }
+  return sum;
+}
+
+Value Max(const std::vector<Value>& values) {
+  const auto max = std::max_element(values.begin(), values.end(),
+                                    [](const auto& a, const auto& b) { return Compare(a, b) < 0; });
+  return max == values.end() ? Value() : *max;
+}
+
+Value Count(const std::vector<Value>& values) {
+  const auto nulls = std::count(values.begin(), values.end(), Value());
+  return static_cast<std::int32_t>(static_cast<std::ptrdiff_t>(values.size()) - nulls);
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query) {
+  std::vector<std::uint32_t> rows(table.RowCount());
+  std::iota(rows.begin(), rows.end(), 0U);
+  for (const Condition& condition : query.Where) KeepRowsThatHold(table, condition, rows);
+  for (auto term = query.Order.rbegin(); term != query.Order.rend(); ++term) {
+    SortRows(table, *term, rows);
+  }
+  return rows;
+}
+
+std::vector<Value> Answer(const DbfTable& table, const Query& query) {
+  const std::size_t column = Column(table, query.Field);
+  std::vector<Value> values;
+  for (const std::uint32_t row : SelectRows(table, query)) values.push_back(table.At(row, column));
+  switch (query.Form) {
+    case QueryForm::Distinct:
+      return Distinct(std::move(values));
+    case QueryForm::Sum:
+      return {Sum(values, query.Field)};
+    case QueryForm::Max:
+      return {Max(values)};
+    case QueryForm::Count:
+      return {Count(values)};
+    default:
+      return {values.empty() ? Value() : values.back()};
+  }
+}
+
+}  // namespace ostrel
