@@ -1,0 +1,282 @@
+#include "platform/files/os_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <iterator>
+#include <utility>
+
+#ifdef _WIN32
+#include <io.h>
+#include <windows.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace ostrel {
+
+namespace {
+
+#ifdef _WIN32
+
+using FileState = struct _stat64;
+constexpr int kAppendFlags = _O_WRONLY | _O_APPEND | _O_CREAT;
+constexpr int kCreateFlags = _O_WRONLY | _O_CREAT | _O_EXCL;
+constexpr int kReadFlags = _O_RDONLY;
+
+// The C library tells an empty drive and a file in use as refused permissions.
+void CorrectErrno() {
+  const DWORD reason = GetLastError();
+  if (reason == ERROR_NOT_READY) errno = ENODEV;
+  if (reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION) errno = EBUSY;
+}
+
+int SystemOpen(const std::string& path, int flags, int) {
+  const int handle =
+      _wopen(PathFromUtf8(path).c_str(), flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+  if (handle < 0) CorrectErrno();
+  return handle;
+}
+int SystemRead(int handle, char* bytes, std::size_t count) {
+  return _read(handle, bytes, static_cast<unsigned>(count));
+}
+int SystemWrite(int handle, const char* bytes, std::size_t count) {
+  return _write(handle, bytes, static_cast<unsigned>(count));
+}
+std::int64_t SystemEnd(int handle) { return _lseeki64(handle, 0, SEEK_END); }
+bool SystemCut(int handle, std::int64_t size) { return _chsize_s(handle, size) == 0; }
+bool SystemFlush(int handle) { return _commit(handle) == 0; }
+void SystemClose(int handle) { _close(handle); }
+bool SystemState(const std::string& path, FileState& state) {
+  return _wstat64(PathFromUtf8(path).c_str(), &state) == 0;
+}
+bool SystemMayWrite(const std::string& path) {
+  return _waccess(PathFromUtf8(path).c_str(), 2) == 0;
+}
+bool SystemRename(const std::string& from, const std::string& to) {
+  if (MoveFileExW(PathFromUtf8(from).c_str(), PathFromUtf8(to).c_str(),
+                  MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    return true;
+  }
+  errno = EACCES;
+  CorrectErrno();
+  return false;
+}
+bool FlushFolderOf(const std::string&) { return true; }  // the rename has written through
+void CopyRights(int, const FileState&) {}                // taken over from the folder
+
+#else
+
+using FileState = struct stat;
+constexpr int kAppendFlags = O_WRONLY | O_APPEND | O_CREAT;
+constexpr int kCreateFlags = O_WRONLY | O_CREAT | O_EXCL;
+constexpr int kReadFlags = O_RDONLY;
+
+int SystemOpen(const std::string& path, int flags, int permissions) {
+  return open(path.c_str(), flags | O_CLOEXEC, permissions);
+}
+ssize_t SystemRead(int handle, char* bytes, std::size_t count) {
+  return read(handle, bytes, count);
+}
+ssize_t SystemWrite(int handle, const char* bytes, std::size_t count) {
+  return write(handle, bytes, count);
+}
+std::int64_t SystemEnd(int handle) { return lseek(handle, 0, SEEK_END); }
+bool SystemCut(int handle, std::int64_t size) { return ftruncate(handle, size) == 0; }
+bool SystemFlush(int handle) { return fsync(handle) == 0; }
+void SystemClose(int handle) { close(handle); }
+bool SystemState(const std::string& path, FileState& state) {
+  return stat(path.c_str(), &state) == 0;
+}
+bool SystemMayWrite(const std::string& path) { return access(path.c_str(), W_OK) == 0; }
+bool SystemRename(const std::string& from, const std::string& to) {
+  return rename(from.c_str(), to.c_str()) == 0;
+}
+
+// A new name lives in the folder, which has to reach the disk too. Some file systems flush no
+// folders and some folders may not be read; only an error of the disk counts.
+bool FlushFolderOf(const std::string& path) {
+  const std::filesystem::path folder = PathFromUtf8(path).parent_path();
+  const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
+  if (handle < 0) return true;
+  const bool flushed = SystemFlush(handle) || errno != EIO;
+  SystemClose(handle);
+  if (!flushed) errno = EIO;
+  return flushed;
+}
+
+// The owner goes first, since a change of it takes permissions away. Neither can be had on a disk
+// that keeps none, nor the owner by a plain user; the file is as good without.
+void CopyRights(int handle, const FileState& from) {
+  FileState now{};
+  if (fstat(handle, &now) != 0) return;
+  const bool owned = now.st_uid == from.st_uid && now.st_gid == from.st_gid;
+  if (!owned && fchown(handle, from.st_uid, from.st_gid) != 0) errno = 0;
+  if (now.st_mode != from.st_mode && fchmod(handle, from.st_mode & 07777) != 0) errno = 0;
+}
+
+#endif
+
+// What the system's reasons mean to a person. Reasons that depend on the step stand in NumberFor.
+constexpr std::pair<int, std::int32_t> kReasons[] = {
+    {ENODEV, failure_number::kDiskNotReady},      {ENXIO, failure_number::kDiskNotReady},
+    {EACCES, failure_number::kPathAccess},        {EPERM, failure_number::kPathAccess},
+    {EROFS, failure_number::kPathAccess},         {EISDIR, failure_number::kPathAccess},
+    {ENOSPC, failure_number::kDiskFull},          {EFBIG, failure_number::kDiskFull},
+    {EBUSY, failure_number::kPermissionDenied},   {ETXTBSY, failure_number::kPermissionDenied},
+    {ENAMETOOLONG, failure_number::kBadFileName}, {EINVAL, failure_number::kBadFileName},
+    {EILSEQ, failure_number::kBadFileName},       {ELOOP, failure_number::kBadFileName},
+    {ENOMEM, failure_number::kOutOfMemory},
+#ifndef _WIN32
+    {ESTALE, failure_number::kDiskNotReady},      {EDQUOT, failure_number::kDiskFull},
+#endif
+#ifdef ENOMEDIUM
+    {ENOMEDIUM, failure_number::kDiskNotReady},
+#endif
+};
+
+constexpr std::pair<std::int32_t, const char*> kWords[] = {
+    {failure_number::kOutOfMemory, "Out of memory"},
+    {failure_number::kBadFileName, "Bad file name or number"},
+    {failure_number::kFileNotFound, "File not found"},
+    {failure_number::kFileAlreadyOpen, "File already open"},
+    {failure_number::kDeviceIo, "Device I/O error"},
+    {failure_number::kDiskFull, "Disk full"},
+    {failure_number::kPermissionDenied, "Permission denied"},
+    {failure_number::kDiskNotReady, "Disk not ready"},
+    {failure_number::kPathAccess, "Path/File access error"},
+    {failure_number::kPathNotFound, "Path not found"},
+};
+
+template <typename Rows, typename Key>
+auto RowOf(const Rows& rows, const Key& key) {
+  return std::find_if(std::begin(rows), std::end(rows),
+                      [&](const auto& row) { return row.first == key; });
+}
+
+std::int32_t NumberFor(int code, FileStep step) {
+  if (code == ENOENT || code == ENOTDIR) {
+    if (step == FileStep::OpenToRead) return failure_number::kFileNotFound;
+    if (step == FileStep::OpenToAppend) return failure_number::kPathNotFound;
+    return failure_number::kDiskNotReady;
+  }
+  if (code == EIO && step == FileStep::OpenToReplace) return failure_number::kDiskNotReady;
+  const auto* row = RowOf(kReasons, code);
+  return row == std::end(kReasons) ? failure_number::kDeviceIo : row->second;
+}
+
+}  // namespace
+
+std::filesystem::path PathFromUtf8(std::string_view path) {
+  return {std::u8string(path.begin(), path.end())};
+}
+
+std::string Utf8FromPath(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+Failure FileFailure(std::int32_t number, const std::string& path) {
+  const auto* row = RowOf(kWords, number);
+  std::string text = row == std::end(kWords) ? "" : row->second;
+  if (!path.empty()) text += ": " + path;
+  return {number, text};
+}
+
+Failure SystemFailure(int code, FileStep step, const std::string& path) {
+  return FileFailure(NumberFor(code, step), path);
+}
+
+OsFile::OsFile(int handle, std::string path) : handle_(handle), path_(std::move(path)) {}
+
+OsFile::OsFile(OsFile&& other) noexcept
+    : handle_(std::exchange(other.handle_, -1)), path_(std::move(other.path_)) {}
+
+OsFile::~OsFile() {
+  if (handle_ >= 0) SystemClose(handle_);
+}
+
+OsFile OsFile::Open(const std::string& path, int flags, FileStep step) {
+  const int handle = SystemOpen(path, flags, 0666);
+  if (handle < 0) throw SystemFailure(errno, step, path);
+  return {handle, path};
+}
+
+OsFile OsFile::OpenToRead(const std::string& path) {
+  return Open(path, kReadFlags, FileStep::OpenToRead);
+}
+
+OsFile OsFile::OpenToAppend(const std::string& path) {
+  return Open(path, kAppendFlags, FileStep::OpenToAppend);
+}
+
+std::optional<OsFile> OsFile::CreateNew(const std::string& path, int permissions) {
+  const int handle = SystemOpen(path, kCreateFlags, permissions);
+  if (handle >= 0) return OsFile(handle, path);
+  if (errno == EEXIST) return std::nullopt;
+  throw SystemFailure(errno, FileStep::OpenToReplace, path);
+}
+
+std::string OsFile::ReadAll() const {
+  std::string content;
+  std::string block(65536, '\0');
+  for (;;) {
+    const auto count = SystemRead(handle_, block.data(), block.size());
+    if (count < 0 && errno != EINTR) throw SystemFailure(errno, FileStep::Transfer, path_);
+    if (count == 0) return content;
+    if (count > 0) content.append(block.data(), static_cast<std::size_t>(count));
+  }
+}
+
+void OsFile::Write(std::string_view bytes) const {
+  constexpr std::size_t kBlock = 1 << 30;  // what a system takes at a time has a limit
+  const std::int64_t before = SystemEnd(handle_);
+  std::size_t written = 0;
+  while (written < bytes.size()) {
+    const auto count = SystemWrite(handle_, bytes.data() + written,
+                                   std::min<std::size_t>(bytes.size() - written, kBlock));
+    if (count >= 0) {
+      written += static_cast<std::size_t>(count);
+    } else if (errno != EINTR) {
+      const int code = errno;
+      // Another program may have appended behind our part; then it has to stay.
+      const bool ours = SystemEnd(handle_) == before + static_cast<std::int64_t>(written);
+      if (ours && written > 0) SystemCut(handle_, before);
+      throw SystemFailure(code, FileStep::Transfer, path_);
+    }
+  }
+}
+
+void OsFile::FlushToDisk() const {
+  if (!SystemFlush(handle_)) throw SystemFailure(errno, FileStep::Transfer, path_);
+}
+
+void OsFile::TakeRightsOf(const std::string& other) const {
+  FileState state{};
+  if (SystemState(other, state)) CopyRights(handle_, state);
+}
+
+std::optional<int> PermissionsOf(const std::string& path) {
+  FileState state{};
+  if (!SystemState(path, state)) return std::nullopt;
+  return static_cast<int>(state.st_mode & 0777);
+}
+
+bool MayWrite(const std::string& path) { return SystemMayWrite(path); }
+
+void RenameDurably(const std::string& from, const std::string& to) {
+  if (!SystemRename(from, to) || !FlushFolderOf(to)) {
+    throw SystemFailure(errno, FileStep::Transfer, to);
+  }
+}
+
+std::optional<std::time_t> LastChange(const std::string& path) {
+  FileState state{};
+  if (!SystemState(path, state)) return std::nullopt;
+  return state.st_mtime;
+}
+
+}  // namespace ostrel

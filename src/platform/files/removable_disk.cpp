@@ -1,0 +1,75 @@
+#include "platform/files/removable_disk.h"
+
+#ifdef _WIN32
+#include <windows.h>
+#elif defined(__linux__)
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#else
+#error "Say here where this system mounts removable disks."
+#endif
+
+namespace ostrel {
+
+#ifdef _WIN32
+
+std::string RemovableDisk() {
+  for (std::string root = "a:\\"; root[0] <= 'z'; ++root[0]) {
+    const bool removable = GetDriveTypeA(root.c_str()) == DRIVE_REMOVABLE;
+    // An empty drive is there too, but has no volume.
+    if (removable &&
+        GetVolumeInformationA(root.c_str(), nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0)) {
+      return root;
+    }
+  }
+  return {};
+}
+
+#else
+
+namespace {
+
+bool IsOctal(std::string_view digits) {
+  return digits.size() == 3 && digits.find_first_not_of("01234567") == std::string_view::npos;
+}
+
+// The list writes blanks and the like as a backslash and three octal digits.
+std::string Unescaped(std::string_view field) {
+  std::string text;
+  for (std::size_t at = 0; at < field.size(); ++at) {
+    const std::string_view digits = field.substr(at + 1, 3);
+    if (field[at] == '\\' && IsOctal(digits)) {
+      text += static_cast<char>((digits[0] - '0') * 64 + (digits[1] - '0') * 8 + digits[2] - '0');
+      at += 3;
+    } else {
+      text += field[at];
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string RemovableMount(std::string_view mounts) {
+  while (!mounts.empty()) {
+    const std::string_view line = mounts.substr(0, mounts.find('\n'));
+    mounts.remove_prefix(std::min(mounts.size(), line.size() + 1));
+    const std::size_t device = std::min(line.size(), line.find(' '));
+    const std::string_view rest = line.substr(std::min(line.size(), device + 1));
+    const std::string_view folder = rest.substr(0, rest.find(' '));
+    if (folder.starts_with("/media/") || folder.starts_with("/run/media/")) {
+      return Unescaped(folder);
+    }
+  }
+  return {};
+}
+
+std::string RemovableDisk() {
+  std::ifstream mounts("/proc/self/mounts", std::ios::binary);
+  return RemovableMount(std::string(std::istreambuf_iterator<char>(mounts), {}));
+}
+
+#endif
+
+}  // namespace ostrel

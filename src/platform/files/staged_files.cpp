@@ -1,0 +1,119 @@
+#include "platform/files/staged_files.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "platform/failure.h"
+#include "platform/files/files.h"
+#include "platform/files/os_file.h"
+#include "platform/files/replace_file.h"
+
+namespace ostrel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string In(const std::string& folder, const std::string& name) {
+  return folder + kPathSeparator + name;
+}
+
+std::string NewFilesOf(const std::string& folder) { return In(folder, ".ostrel-new"); }
+std::string ReadyFilesOf(const std::string& folder) { return In(folder, ".ostrel-ready"); }
+std::string OldFilesOf(const std::string& folder) { return In(folder, ".ostrel-old"); }
+
+void MakeFolder(const std::string& path) {
+  std::error_code refused;
+  fs::create_directory(PathFromUtf8(path), refused);
+  if (!refused) return;
+  throw SystemFailure(refused.default_error_condition().value(), FileStep::OpenToReplace, path);
+}
+
+// What cannot be removed now is removed at the next use.
+void RemoveFolder(const std::string& path) noexcept {
+  std::error_code later;
+  fs::remove_all(PathFromUtf8(path), later);
+}
+
+/// The moves from the ready folder into place, each of which can be taken back.
+class Moves {
+ public:
+  explicit Moves(const std::string& folder)
+      : folder_(folder), ready_(ReadyFilesOf(folder)), old_(OldFilesOf(folder)) {}
+
+  void PutAllInPlace() {
+    for (const std::string& name : ListFiles(In(ready_, "*"))) {
+      for (const std::string& other : ListFiles(In(folder_, name))) Move(folder_, old_, other);
+      Move(ready_, folder_, name);
+    }
+  }
+
+  void TakeBack() {
+    for (; !made_.empty(); made_.pop_back()) {
+      const auto& [from, to] = made_.back();
+      RenameDurably(to, from);
+    }
+  }
+
+ private:
+  void Move(const std::string& from, const std::string& to, const std::string& name) {
+    RenameDurably(In(from, name), In(to, name));
+    made_.emplace_back(In(from, name), In(to, name));
+  }
+
+  const std::string& folder_;
+  std::string ready_;
+  std::string old_;
+  std::vector<std::pair<std::string, std::string>> made_;
+};
+
+// The ready folder goes first: as long as it is there, the old files may be wanted again.
+void Clear(const std::string& folder) {
+  RemoveFolder(ReadyFilesOf(folder));
+  RemoveFolder(OldFilesOf(folder));
+}
+
+}  // namespace
+
+StagedFiles::StagedFiles(std::string folder) : folder_(std::move(folder)) {
+  ResumeInstall(folder_);
+  RemoveFolder(NewFilesOf(folder_));
+  MakeFolder(NewFilesOf(folder_));
+}
+
+StagedFiles::~StagedFiles() { RemoveFolder(NewFilesOf(folder_)); }
+
+void StagedFiles::Add(const std::string& name, std::string_view content) const {
+  ReplaceFile(In(NewFilesOf(folder_), name), content);
+}
+
+void StagedFiles::Install() const {
+  MakeFolder(OldFilesOf(folder_));
+  RenameDurably(NewFilesOf(folder_), ReadyFilesOf(folder_));
+  Moves moves(folder_);
+  try {
+    moves.PutAllInPlace();
+  } catch (const Failure&) {
+    // Should this fail too, all is left as it lies, for ResumeInstall.
+    moves.TakeBack();
+    RenameDurably(ReadyFilesOf(folder_), NewFilesOf(folder_));
+    RemoveFolder(OldFilesOf(folder_));
+    throw;
+  }
+  Clear(folder_);
+}
+
+bool ResumeInstall(const std::string& folder) {
+  std::error_code unreachable;
+  const bool stopped = fs::is_directory(PathFromUtf8(ReadyFilesOf(folder)), unreachable);
+  if (stopped) {
+    MakeFolder(OldFilesOf(folder));
+    Moves(folder).PutAllInPlace();
+  }
+  Clear(folder);
+  return stopped;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,102 @@
+#include "platform/files/zip_extraction.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <set>
+
+#include "platform/failure.h"
+#include "platform/files/files.h"
+#include "platform/files/staged_files.h"
+#include "platform/files/zip_archive.h"
+#include "platform/values/text.h"
+
+namespace ostrel {
+
+namespace {
+
+// 20,000 employees of 1,000 bytes are 20 MB; a table or its memos ten times that size are no crew's.
+// What a zip claims beyond that would fill the laptop's memory or its disk.
+constexpr std::uint64_t kMegabyte = 1 << 20;
+constexpr std::uint64_t kLargestMember = 256 * kMegabyte;
+constexpr std::uint64_t kLargestTotal = 1024 * kMegabyte;
+// Five tables, each with its memos and a few indexes.
+constexpr std::size_t kMostMembers = 100;
+
+[[noreturn]] void Refuse(const std::string& reason) {
+  throw Failure(failure_number::kDeviceIo, reason);
+}
+
+void CheckLimits(const std::vector<ZipMember>& members) {
+  if (members.size() > kMostMembers) Refuse("It holds more files than any client has tables.");
+  std::uint64_t total = 0;
+  for (const ZipMember& member : members) {
+    if (member.Size > kLargestMember) Refuse(member.Name + " is too large to be a payroll table.");
+    total += member.Size;
+  }
+  if (total > kLargestTotal) Refuse("Its files are too large to be payroll tables.");
+}
+
+void CheckUnique(const std::vector<ZipMember>& members) {
+  std::set<std::string> names;
+  for (const ZipMember& member : members) {
+    if (!names.insert(LowerCase(member.Name)).second) Refuse("It holds " + member.Name + " twice.");
+  }
+}
+
+std::vector<ZipMember> WantedMembers(const ZipArchive& archive,
+                                     const std::vector<std::string>& baseNames) {
+  std::vector<ZipMember> members = archive.Members();
+  std::erase_if(members, [&](const ZipMember& member) {
+    return !member.IsPlainFile || !IsWantedName(member.Name, baseNames);
+  });
+  if (members.empty()) Refuse("It holds no tables of this client, or only in folders.");
+  CheckLimits(members);
+  CheckUnique(members);
+  return members;
+}
+
+std::string ReadMember(const ZipArchive& archive, const ZipMember& member) {
+  try {
+    return archive.Read(member);
+  } catch (const Failure& failure) {
+    Refuse(member.Name + ": " + failure.Text);
+  }
+}
+
+void Extract(const ZipExtraction& order) {
+  const ZipArchive archive = ZipArchive::Open(ExistingPath(order.Zip));
+  const std::vector<ZipMember> members = WantedMembers(archive, order.BaseNames);
+  const StagedFiles staged(order.Folder);
+  for (const ZipMember& member : members) {
+    const std::string content = ReadMember(archive, member);
+    order.Check(member.Name, content);
+    staged.Add(member.Name, content);
+  }
+  staged.Install();
+}
+
+}  // namespace
+
+std::string ExtractZip(const ZipExtraction& order) {
+  try {
+    Extract(order);
+  } catch (const Failure& failure) {
+    return order.Zip + " could not be unpacked.\r" + failure.Text;
+  }
+  return {};
+}
+
+bool IsWantedName(std::string_view name, const std::vector<std::string>& baseNames) {
+  constexpr std::string_view kInNoFileName = "\"*/:<>?\\|\x7F";
+  const std::size_t point = name.find('.');
+  if (point == std::string_view::npos || name.size() == point + 1) return false;
+  if (name.back() == '.' || name.back() == ' ') return false;
+  const bool writable = std::none_of(name.begin(), name.end(), [&](char c) {
+    return static_cast<unsigned char>(c) < ' ' || kInNoFileName.find(c) != std::string_view::npos;
+  });
+  return writable && std::any_of(baseNames.begin(), baseNames.end(), [&](const std::string& base) {
+           return SameText(base, name.substr(0, point));
+         });
+}
+
+}  // namespace ostrel

@@ -1,0 +1,219 @@
+#include "support/payroll.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+#include <vector>
+
+#include "frame/app_state.h"
+#include "frame/failure_reporting.h"
+#include "frame/settings.h"
+#include "platform/files/files.h"
+#include "platform/files/ini_file.h"
+#include "platform/values/dates.h"
+#include "platform/values/format.h"
+#include "platform/values/numbers.h"
+#include "support/dbf_builder.h"
+
+namespace ostrel {
+
+namespace {
+
+std::string ClientTable() {
+  return DbfBuilder().Field("NAME", 'C', 30).Field("MIN_WAGE", 'N', 6, 2).Row({"Sample Ranch", "6.75"}).Bytes();
+}
+
+std::string EmployeeTable() {
+  DbfBuilder table;
+  table.Field("EMPL_NUMB", 'N', 6).Field("SORT_NAME", 'C', 15).Field("CREW", 'N', 3);
+  for (const char* field : {"YTD_GROSS", "YTD_FIT", "YTD_SIT", "YTD_FICA", "YTD_MEDICR", "YTD_SDI", "YTD_NET"}) {
+    table.Field(field, 'N', 10, 2);
+  }
+  const auto row = [&](const char* number, const char* name, const char* crew) {
+    table.Row({number, name, crew, "100.00", "1.00", "2.00", "3.00", "4.00", "5.00", "6.00"});
+  };
+  row("140", "EVANS RHYS", "1");
+  row("101", "ALVAREZ MARIA", "2");
+  row("125", "CHEN LI", "2");
+  row("130", "DURAND ANNE", "2");
+  row("150", "", "0");
+  return table.Bytes();
+}
+
+std::string CodeTable() { return DbfBuilder().Field("NUMB", 'N', 6).Row({"1"}).Bytes(); }
+
+void Forget() {
+  LoadScanMain();
+  ResetAppState();
+  ResetFailureReporting();
+}
+
+}  // namespace
+
+Payroll::Payroll() {
+  for (const char* folder : {"app", "disk", "config"}) std::filesystem::create_directory(Folder.Path(folder));
+  setenv("XDG_CONFIG_HOME", Folder.Path("config").c_str(), 1);
+  Folder.Write("app/Hvcl1234.dbf", ClientTable());
+  Folder.Write("app/Prms1234.dbf", EmployeeTable());
+  for (const char* word : {"Glen", "Glod", "Gleq"}) {
+    Folder.Write("app/" + std::string(word) + "1234.dbf", CodeTable());
+  }
+  SetExecutable(Folder.Path("app"), "OstrelPayroll");
+  SetClock("11/18/04 10:42 am");
+  WriteIni("UseTimeClock=True\r\n");
+}
+
+Payroll::~Payroll() {
+  Forget();
+  SetExecutable({}, {});
+}
+
+std::string Payroll::App(std::string_view name) const { return Folder.Path("app/" + std::string(name)); }
+std::string Payroll::Disk(std::string_view name) const { return Folder.Path("disk/" + std::string(name)); }
+
+void Payroll::WriteIni(std::string_view keys) {
+  Folder.Write("config/Halvane.ini", "[Ostrel Remote]\r\nRemote Files Floppy=" + Disk() + "\r\n" + std::string(keys));
+}
+
+std::string Payroll::Ini() const { return Folder.Read("config/Halvane.ini"); }
+
+void Payroll::Start(bool timeClock) {
+  if (!timeClock) WriteIni("UseTimeClock=False\r\n");
+  Forget();
+  ScanMain.Raise(ScanMain.Load);
+  ScanMain.Show();
+}
+
+void Payroll::Stop() {
+  ScanMain.Unload();
+  Forget();
+}
+
+void Payroll::SetClock(const char* dateAndTime) { Desktop.SetTime(MomentFrom(dateAndTime)); }
+
+void Payroll::Keys(std::string_view keys) {
+  for (const char key : keys) {
+    Key(key);
+    Desktop.RunPosted();
+  }
+}
+
+namespace {
+
+int KeyCodeOf(char character) {
+  if (character == '<') return key::kLeft;
+  if (character == '>') return key::kRight;
+  return static_cast<unsigned char>(character);
+}
+
+/// The usual effect of a key in a text box, as an editor has it.
+void TakeInto(TextBox& box, char pressed, int keyAscii) {
+  const int caret = box.SelStart;
+  if (pressed == '<') return box.Typed(box.Text, std::max(0, caret - 1), 0);
+  if (pressed == '>') return box.Typed(box.Text, std::min(caret + 1, static_cast<int>(box.Text.Get().size())), 0);
+  if (keyAscii == '\b') {
+    if (caret == 0) return;
+    std::string text = box.Text;
+    text.erase(static_cast<std::size_t>(caret) - 1, 1);
+    return box.Typed(text, caret - 1, 0);
+  }
+  if (keyAscii >= ' ') box.SetSelText(std::string(1, static_cast<char>(keyAscii)));
+}
+
+}  // namespace
+
+void Payroll::Key(char pressed) {
+  Control* const focused = ScanMain.ActiveControl();
+  auto* control = dynamic_cast<KeyControl*>(focused);
+  if (pressed == '\t' || control == nullptr) return ScanMain.FocusNext(true);
+  if (control->KeyDown) ScanMain.Raise([&] { control->KeyDown(KeyCodeOf(pressed), 0); });
+  if (ScanMain.ActiveControl() != focused) return;
+  int keyAscii = static_cast<unsigned char>(pressed);
+  const bool makesCharacter = pressed != '<' && pressed != '>';
+  if (makesCharacter && control->KeyPress) ScanMain.Raise([&] { control->KeyPress(keyAscii); });
+  if (ScanMain.ActiveControl() != focused || (makesCharacter && keyAscii == 0)) return;
+  if (auto* button = dynamic_cast<Button*>(control)) {
+    if (pressed == '\r' || pressed == ' ') button->Press();
+  } else if (auto* box = dynamic_cast<TextBox*>(control)) {
+    TakeInto(*box, pressed, keyAscii);
+  }
+}
+
+void Payroll::Fill(TextBox& box, std::string_view text) {
+  if (box.CanTakeFocus()) box.SetFocus();
+  box.Text = std::string(text);
+}
+
+void Payroll::Choose(MenuItem& item) {
+  ASSERT_TRUE(item.Visible && item.Enabled) << item.Name;
+  ScanMain.Raise(item.Click);
+  Desktop.RunPosted();
+}
+
+void Payroll::Save(std::string_view employee) {
+  Fill(txtInput[kEmplBox], employee);
+  cmdSave.Press();
+  Desktop.RunPosted();
+}
+
+void Payroll::AddLine(std::string_view line) {
+  std::istringstream words{std::string(line)};
+  std::string empl, kind, time, half;
+  words >> empl >> kind >> time >> half;
+  LinesRs.AddNew();
+  LinesRs["EMPL_NUMB"] = empl;
+  LinesRs["EVENT_TYPE"] = kind;
+  LinesRs["ETIME"] = txtToday.Text.Get() + " " + time + " " + half;
+  double quantity = 0, rate = 0;
+  words >> quantity >> rate;
+  LinesRs["QUANTITY"] = quantity;
+  LinesRs["RATE"] = rate;
+  LinesRs.Update();
+}
+
+namespace {
+
+std::string Shown(const Recordset& line, const char* field, const char* before, const char* behind) {
+  const Value value = line[field];
+  return value.IsNull() ? std::string() : before + value.ToText() + behind;
+}
+
+std::string LineText(const Recordset& line) {
+  std::string text = Shown(line, "EMPL_NUMB", "", " ") + Shown(line, "EVENT_TYPE", "", " ") +
+                     Format(line["ETIME"].Get(), "hh:mm am/pm");
+  if (line["QUANTITY"].Get().NumberOrZero() != 0) {
+    text += Shown(line, "QUANTITY", " ", "") + Shown(line, "RATE", "x", "") + Shown(line, "GROSS", "=", "");
+  }
+  return text + Shown(line, "HOURS", " ", "h") + Shown(line, "HOUR_GROSS", " ", "/h");
+}
+
+template <class Render>
+std::string AllLines(Render render) {
+  std::string all;
+  for (Recordset lines = PrinDb.OpenRecordset("OstrelPr"); !lines.Eof(); lines.MoveNext()) {
+    if (!all.empty()) all += '|';
+    all += render(lines);
+  }
+  return all;
+}
+
+}  // namespace
+
+std::string Payroll::Lines() const { return AllLines(LineText); }
+
+std::string Payroll::Fields(std::string_view names) const {
+  return AllLines([&](const Recordset& line) {
+    std::istringstream words{std::string(names)};
+    std::string text, name;
+    while (words >> name) {
+      const Value value = line[name];
+      if (!text.empty()) text += ',';
+      text += value.IsNull() ? "-" : value.ToText();
+    }
+    return text;
+  });
+}
+
+}  // namespace ostrel
