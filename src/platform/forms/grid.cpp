@@ -1,0 +1,100 @@
+#include "platform/forms/grid.h"
+
+#include <algorithm>
+#include <cassert>
+#include <memory>
+
+#include "platform/failure.h"
+#include "platform/values/format.h"
+#include "platform/values/text.h"
+
+namespace ostrel {
+
+Column::Column(Control& grid, const ColumnDesign& design)
+    : Caption(design.Caption),
+      DataField(design.DataField),
+      Locked(design.Locked),
+      ButtonFaceFooter(design.ButtonFaceFooter),
+      CellAlign(design.Cell),
+      HeadingAlign(design.Heading),
+      FooterAlign(design.Footer),
+      NumberFormat(grid, design.NumberFormat),
+      Width(grid, design.Width),
+      Visible(grid, true),
+      FooterText(grid) {}
+
+std::string Column::Display(const Value& value) const {
+  if (value.IsNull()) return {};
+  if (!TranslatedWord.empty() && !value.IsText() && value.NumberOrZero() == TranslatedNumber) {
+    return TranslatedWord;
+  }
+  return NumberFormat.Get().empty() ? value.ToText() : Format(value, NumberFormat);
+}
+
+void Grid::Design(std::string name, std::string text, Place place) {
+  KeyControl::Design(std::move(name), std::move(text), place);
+  columns_.clear();
+  Col.Put(-1);
+  Editing = false;
+  EditText.clear();
+  SelStart.Put(0);
+  SelLength.Put(0);
+  SelBookmarks.clear();
+  PrintInfo = {};
+  DataSource = nullptr;
+  BeforeColUpdate = nullptr;
+  Redraw = nullptr;
+  RowsReplaced = nullptr;
+  committing_ = false;
+}
+
+void Grid::DesignColumns(const std::vector<ColumnDesign>& columns) {
+  columns_.clear();
+  for (const ColumnDesign& design : columns) columns_.push_back(std::make_unique<Column>(*this, design));
+}
+
+int Grid::ColumnNumber(std::string_view name) const {
+  const auto numberWhere = [&](auto matches) {
+    const auto found = std::find_if(columns_.begin(), columns_.end(), matches);
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+  };
+  int number = numberWhere([&](const auto& column) { return SameText(column->Caption, name); });
+  if (number < 0) number = numberWhere([&](const auto& column) { return SameText(column->DataField, name); });
+  if (number >= 0) return number;
+  throw Failure(failure_number::kSubscript,
+                "Subscript out of range: the grid has no column '" + std::string(name) + "'.");
+}
+
+Column& Grid::Columns(std::string_view name) { return Columns(ColumnNumber(name)); }
+
+Column& Grid::Columns(int number) {
+  if (number < 0 || number >= ColumnCount()) {
+    throw Failure(failure_number::kSubscript,
+                  "Subscript out of range: the grid has no column " + std::to_string(number) + ".");
+  }
+  return *columns_[static_cast<std::size_t>(number)];
+}
+
+int Grid::ColumnLeft(int number) const {
+  int left = kRecordBoxWidth;
+  for (int i = 0; i < number; ++i) {
+    const Column& column = *columns_[static_cast<std::size_t>(i)];
+    if (column.Visible) left += column.Width;
+  }
+  return left;
+}
+
+void Grid::Bind(DataControl& source) {
+  DataSource = &source;
+  source.Reloaded = [this] {
+    CancelEdit();
+    SelBookmarks.clear();
+    if (RowsReplaced) RowsReplaced();
+  };
+}
+
+void Grid::Refresh() {
+  if (Redraw) Redraw();
+}
+
+}  // namespace ostrel

@@ -1,0 +1,48 @@
+#include "platform/qt/access_keys.h"
+
+#include <cctype>
+
+namespace ostrel {
+
+namespace {
+
+const std::string* CaptionOf(const Control& control) {
+  if (const auto* button = dynamic_cast<const Button*>(&control)) return &button->Caption.Get();
+  if (const auto* option = dynamic_cast<const OptionButton*>(&control)) {
+    return &option->Caption.Get();
+  }
+  if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return &check->Caption.Get();
+  return nullptr;
+}
+
+char AccessLetter(const std::string& caption) {
+  const std::size_t mark = caption.find('&');
+  if (mark == std::string::npos || mark + 1 >= caption.size()) return '\0';
+  return static_cast<char>(std::toupper(static_cast<unsigned char>(caption[mark + 1])));
+}
+
+}  // namespace
+
+Control* AccessKeyOwner(const Form& form, char letter) {
+  for (Control* control : form.Controls()) {
+    const std::string* caption = CaptionOf(*control);
+    if (caption == nullptr || AccessLetter(*caption) != letter) continue;
+    if (control->CanTakeFocus()) return control;
+  }
+  return nullptr;
+}
+
+void Operate(Control& control) {
+  if (auto* button = dynamic_cast<Button*>(&control)) {
+    button->Press();
+    return;
+  }
+  control.SetFocus();
+  if (auto* option = dynamic_cast<OptionButton*>(&control)) {
+    option->Value = true;
+  } else if (auto* check = dynamic_cast<CheckBox*>(&control)) {
+    check->Value = check->Value == 0 ? 1 : 0;
+  }
+}
+
+}  // namespace ostrel

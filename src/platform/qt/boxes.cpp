@@ -1,0 +1,189 @@
+#include "platform/qt/boxes.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <limits>
+#include <vector>
+
+#include "platform/forms/selection.h"
+#include "platform/qt/qt_text.h"
+
+namespace ostrel {
+
+namespace {
+
+constexpr int kInputWidth = 360;  // pixels at the least
+
+/// Texts of the program part their lines by carriage returns.
+QString Lines(const std::string& text) {
+  return ToQt(text).replace("\r\n", "\n").replace('\r', '\n');
+}
+
+struct BoxButton {
+  BoxAnswer Answer;
+  const char* Caption;
+};
+
+const std::vector<BoxButton>& ButtonsOf(BoxButtons buttons) {
+  using enum BoxAnswer;
+  static const std::vector<BoxButton> sets[] = {
+      {{Ok, "OK"}},
+      {{Ok, "OK"}, {Cancel, "Cancel"}},
+      {{Abort, "&Abort"}, {Retry, "&Retry"}, {Ignore, "&Ignore"}},
+      {{Yes, "&Yes"}, {No, "&No"}, {Cancel, "Cancel"}},
+      {{Yes, "&Yes"}, {No, "&No"}},
+  };
+  return sets[static_cast<int>(buttons)];
+}
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::Stop:
+      return QMessageBox::Critical;
+    case BoxIcon::Question:
+      return QMessageBox::Question;
+    case BoxIcon::Exclamation:
+      return QMessageBox::Warning;
+    case BoxIcon::Information:
+      return QMessageBox::Information;
+    case BoxIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+/// While a box is up the pointer is an arrow, also in the midst of a long command.
+class ArrowPointer {
+ public:
+  ArrowPointer() : waiting_(QApplication::overrideCursor() != nullptr) {
+    if (waiting_) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  }
+  ~ArrowPointer() {
+    if (waiting_) QApplication::restoreOverrideCursor();
+  }
+  ArrowPointer(const ArrowPointer&) = delete;
+  ArrowPointer& operator=(const ArrowPointer&) = delete;
+
+ private:
+  bool waiting_;
+};
+
+/// A message box whose Esc and close box answer what the request allows, which may be nothing.
+class MessageBox : public QMessageBox {
+ public:
+  explicit MessageBox(const MessageBoxRequest& request)
+      : QMessageBox(QApplication::activeWindow()), buttons_(ButtonsOf(request.Buttons)) {
+    setWindowTitle(ToQt(request.Title));
+    setIcon(IconOf(request.Icon));
+    setTextFormat(Qt::PlainText);
+    setText(Lines(request.Text));
+    setInformativeText(Lines(request.Detail));
+    if (auto* detail = findChild<QLabel*>("qt_msgbox_informativelabel")) {
+      detail->setTextFormat(Qt::PlainText);
+    }
+    AddButtons();
+  }
+
+  BoxAnswer Ask() {
+    exec();
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+      if (clickedButton() == shown_[i]) return buttons_[i].Answer;
+    }
+    return buttons_.back().Answer;
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape && !MayEscape()) return;
+    QMessageBox::keyPressEvent(event);
+  }
+  void closeEvent(QCloseEvent* event) override {
+    if (MayEscape()) {
+      QMessageBox::closeEvent(event);
+    } else {
+      event->ignore();
+    }
+  }
+
+ private:
+  bool MayEscape() const { return escapeButton() != nullptr; }
+
+  /// All have one role, since the toolkit would sort them by it.
+  void AddButtons() {
+    for (const BoxButton& button : buttons_) {
+      shown_.push_back(addButton(button.Caption, QMessageBox::AcceptRole));
+      if (button.Answer == BoxAnswer::Cancel || buttons_.size() == 1)
+        setEscapeButton(shown_.back());
+    }
+    setDefaultButton(shown_.front());
+  }
+
+  const std::vector<BoxButton>& buttons_;
+  std::vector<QPushButton*> shown_;
+};
+
+class InputDialog : public QDialog {
+ public:
+  InputDialog(const std::string& prompt, const std::string& title, const std::string& offered)
+      : QDialog(QApplication::activeWindow()), answer_(new QLineEdit(ToQt(offered))) {
+    setWindowTitle(ToQt(title));
+    auto* text = new QLabel(Lines(prompt));
+    text->setTextFormat(Qt::PlainText);
+    text->setBuddy(nullptr);
+    answer_->setMaxLength(std::numeric_limits<int>::max());
+    answer_->setAccessibleName(ToQt(title));
+    answer_->selectAll();
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(text);
+    column->addWidget(answer_);
+    column->addWidget(buttons);
+    setMinimumWidth(kInputWidth);
+    answer_->setFocus();
+  }
+
+  std::string Ask() {
+    return exec() == QDialog::Accepted ? SingleLine(FromQt(answer_->text())) : std::string();
+  }
+
+ private:
+  QLineEdit* answer_;
+};
+
+}  // namespace
+
+BoxAnswer RunMessageBox(const MessageBoxRequest& request) {
+  const ArrowPointer arrow;
+  return MessageBox(request).Ask();
+}
+
+std::string RunInputBox(const std::string& prompt, const std::string& title,
+                        const std::string& offered) {
+  const ArrowPointer arrow;
+  return InputDialog(prompt, title, offered).Ask();
+}
+
+/// The toolkit's own dialog: it matches patterns without regard to case on every system.
+std::string RunOpenFile(const OpenFileRequest& request) {
+  const ArrowPointer arrow;
+  const QString filter = ToQt(request.FilterName + " (" + request.FilterPattern + ")");
+  QFileDialog dialog(QApplication::activeWindow(), ToQt(request.Title), ToQt(request.Folder),
+                     filter);
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return FromQt(dialog.selectedFiles().constFirst());
+}
+
+}  // namespace ostrel

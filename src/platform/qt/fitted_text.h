@@ -1,0 +1,24 @@
+#pragma once
+
+// Text that is never cut: drawn narrower where its place is too narrow for it.
+
+#include <QFont>
+#include <QPainter>
+#include <QRect>
+#include <QString>
+
+#include "platform/forms/control.h"
+
+namespace ostrel {
+
+/// The form's font: 8.25 points at factor 1, with the form's factor and no other.
+QFont FormFont(double factor);
+
+/// Alignment as flags; General has the text to the left.
+Qt::Alignment AlignmentFlags(Alignment align);
+
+/// Draws one line, squeezed to the width of `place` if it must be. `flags` may hold
+/// Qt::TextShowMnemonic.
+void DrawFitted(QPainter& painter, const QRect& place, int flags, const QString& text);
+
+}  // namespace ostrel
