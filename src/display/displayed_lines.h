@@ -1,0 +1,20 @@
+#pragma once
+
+// Displayed lines: which lines the grid shows and in which order. The view has no variables of its
+// own; its state is that of the date box, the employee box and three menu checks.
+
+#include <string>
+
+namespace ostrel {
+
+/// The filter of the view as where text, empty when every line shows. The boxes' texts go in as they
+/// stand.
+std::string WhereSelect();
+
+/// Rebuilds the view and its totals.
+void SetRecordSource();
+
+void mnuDisplayCurrentEmpl_Click();
+void mnuEmplOrder_Click();
+
+}  // namespace ostrel

@@ -1,0 +1,86 @@
+#include "display/grid_editing.h"
+
+#include <string>
+
+#include "entry/scan_main.h"
+#include "frame/app_state.h"
+#include "frame/failure_reporting.h"
+#include "platform/desktop.h"
+#include "platform/values/dates.h"
+#include "platform/values/numbers.h"
+#include "platform/values/text.h"
+#include "store/timecard_store.h"
+
+namespace ostrel {
+
+namespace {
+
+constexpr FailureTail statement{ScannerModule, "TDBGrid1_BeforeColUpdate"};
+constexpr std::int16_t kTrue = -1;
+
+void BringName() {
+  float EmplNumb = 0;
+  statement(5870, [&] {
+    EmplNumb = static_cast<float>(NumericPrefix(TDBGrid1.CellText(TDBGrid1.ColumnNumber("Empl#"))));
+  });
+  if (!(EmplNumb > 0)) return;
+  Recordset& line = Data1.Recordset;
+  statement(5872, [&] { PrmsRs.Seek("=", EmplNumb); });
+  if (Data1.Mode() == EditMode::None) statement(5874, [&] { line.Edit(); });
+  bool found = false;
+  statement(5876, [&] { found = !PrmsRs.NoMatch(); });
+  if (found) {
+    statement(5878, [&] { line["SORT_NAME"] = PrmsRs["SORT_NAME"].Get(); });
+  } else {
+    statement(5880, [&] { line["SORT_NAME"] = " "; });
+  }
+  statement(5882, [&] { BlankIfEmpty(line["SORT_NAME"]); });
+  statement(5884, [&] { line.Update(); });
+}
+
+void JoinDateAndTime() {
+  std::string text;
+  statement(5886, [&] {
+    text = TDBGrid1.CellText(TDBGrid1.ColumnNumber("Date")) + " " +
+           TDBGrid1.CellText(TDBGrid1.ColumnNumber("Time"));
+  });
+  if (!IsDate(text)) {
+    Beep();
+    statement(5888, [&] { MsgBox("Bad Date: " + text + "\rignoring", BoxButtons::Ok, BoxIcon::Exclamation); });
+    return;
+  }
+  Recordset& line = Data1.Recordset;
+  if (Data1.Mode() == EditMode::None) statement(5890, [&] { line.Edit(); });
+  statement(5892, [&] { line["ETIME"] = text; });
+  statement(5894, [&] { line.Update(); });
+}
+
+}  // namespace
+
+void TDBGrid1_BeforeColUpdate(int ColIndex, const Value& /*OldValue*/, std::int16_t& Cancel) {
+  std::string field;
+  statement(5866, [&] { field = TDBGrid1.Columns(ColIndex).DataField; });
+  if (SameText(field, "EMPL_NUMB")) {
+    BringName();
+  } else if (SameText(field, "ETIME")) {
+    JoinDateAndTime();
+    Cancel = kTrue;
+  }
+}
+
+void TDBGrid1_KeyPress(int& KeyAscii) {
+  constexpr FailureTail keyStatement{ScannerModule, "TDBGrid1_KeyPress"};
+  std::string field;
+  keyStatement(5896, [&] { field = TDBGrid1.Columns(TDBGrid1.Col).DataField; });
+  if (!SameText(field, "RATE") || KeyAscii <= '9') return;
+  Recordset& line = Data1.Recordset;
+  if (Data1.Mode() == EditMode::None) keyStatement(5897, [&] { line.Edit(); });
+  keyStatement(5898, [&] { line["RATE"] = kStdRate; });
+  keyStatement(5899, [&] { line.Update(); });
+  keyStatement(5900, [] { Data1.UpdateRecord(); });
+  keyStatement(5901, [] { Data1.Refresh(); });
+  keyStatement(5902, [] { TDBGrid1.Refresh(); });
+  keyStatement(5903, [] { txtInput[kEmplBox].SetFocus(); });
+}
+
+}  // namespace ostrel

@@ -1,0 +1,266 @@
+#include "entry/scan_main.h"
+
+#include <iterator>
+#include <string>
+
+#include "crew/clock_in_crew.h"
+#include "crew/clock_out_all.h"
+#include "crew/reclock_in_all.h"
+#include "display/displayed_lines.h"
+#include "display/grid_editing.h"
+#include "display/layouts.h"
+#include "display/line_commands.h"
+#include "entry/date_comment_boxes.h"
+#include "entry/input_boxes.h"
+#include "entry/save_command.h"
+#include "entry/standard_rate.h"
+#include "exchange/import_file.h"
+#include "exchange/load_descriptions.h"
+#include "frame/failure_reporting.h"
+#include "frame/settings.h"
+#include "frame/start_up.h"
+#include "reports/daily_report.h"
+#include "reports/min_wage_watch.h"
+#include "reports/print_lines.h"
+
+namespace ostrel {
+
+Form ScanMain;
+std::array<TextBox, kInputBoxCount> txtInput;
+std::array<OptionButton, kEventKindCount> Option1;
+Button cmdSave;
+Frame Frame1, Frame2, frmCosting;
+Grid TDBGrid1;
+Label lblClient, lblMinWage, lblLineCt, lblDate, lblToday, lblClockOff;
+ClockControl CurTimeCtl1;
+TextBox txtToday, txtComments;
+CheckBox chkStdRate;
+Shape Shape1;
+DataControl Data1;
+MenuItem mnuFile, mnuUpdateDescs, mnuMinWageWatch, mnuSep0, mnuPrintLines, mnuEmplDailyRpt, mnuSep01,
+    mnuWriteImportFile, mnuSep1, mnuExit;
+MenuItem mnuEdit, mnuCut, mnuCopy, mnuPaste, mnuSep2, mnuDeleteLine, mnuClockInACrew, mnuClockoutAllEmpls,
+    mnuReClockInAllEmpls, mnuEdSep2, mnuJumpQDesc;
+MenuItem mnuView, mnuDisplayCurrentEmpl, mnuEmplOrder, mnuDisplayAllDates;
+MenuItem mnuOptions, mnuUseTimeClock, mnuDefaultClockIn, mnuDefaultClockOut, mnuAutosetTime;
+
+namespace {
+
+constexpr int kInnerWidth = 11910, kInnerHeight = 7725;  // twips
+
+struct ControlRow {
+  Control* What;
+  const char* Name;
+  const char* Text;  // caption or text
+  int TabIndex;      // -1: none
+  Place Where;       // twips, in the frame if there is one
+  Control* Container;
+  const char* Spoken;  // accessible name
+  const char* Tip;
+};
+
+// The form from the back to the front: what stands later lies on top.
+const ControlRow kControls[] = {
+    {&Shape1, "Shape1", "", -1, {2025, 375, 1440, 585}, nullptr, "Save mark", ""},
+    {&Frame1, "Frame1", "Event", 4, {4950, 60, 855, 885}, nullptr, "Event", ""},
+    {&Frame2, "Frame2", "Min Wage", 17, {7590, 15, 930, 480}, nullptr, "Minimum wage", ""},
+    {&frmCosting, "frmCosting", "", 20, {8745, 495, 3825, 480}, nullptr, "Costing", ""},
+    {&txtInput[0], "txtInput(0)", "125", 0, {435, 660, 630, 285}, nullptr, "Employee number",
+     "Employee number, 1 to 99999"},
+    {&txtInput[1], "txtInput(1)", "127.25", 1, {1050, 660, 810, 285}, nullptr, "Piecework quantity",
+     "Pieces done; 0 on a line that is not piecework"},
+    {&cmdSave, "cmdSave", "&Save", 2, {2205, 465, 1095, 405}, nullptr, "Save the line",
+     "Saves the line; Esc goes on to the description"},
+    {&txtInput[2], "txtInput(2)", "10:15", 3, {3510, 660, 840, 285}, nullptr, "Time or hours",
+     "Time of the event, or hours worked where no time clock is used"},
+    {&txtInput[3], "txtInput(3)", "LBS", 5, {5775, 660, 555, 285}, nullptr, "Quantity description",
+     "What is counted, up to 5 letters"},
+    {&txtInput[4], "txtInput(4)", "0.27", 6, {6330, 660, 720, 285}, nullptr, "Rate",
+     "Pay per piece or hour; S for the standard hourly rate"},
+    {&txtInput[5], "txtInput(5)", "12", 7, {30, 165, 555, 285}, &frmCosting, "Enterprise",
+     "Costing code: enterprise"},
+    {&txtInput[6], "txtInput(6)", "70", 8, {585, 165, 540, 285}, &frmCosting, "Operation",
+     "Costing code: operation"},
+    {&txtInput[7], "txtInput(7)", "101", 9, {1140, 165, 600, 285}, &frmCosting, "Equipment",
+     "Costing code: equipment"},
+    {&txtInput[8], "txtInput(8)", "Clean Up", 10, {1755, 165, 1230, 285}, &frmCosting, "Memo",
+     "A note of up to 20 letters"},
+    {&TDBGrid1, "TDBGrid1", "", 11, {30, 975, 11745, 6405}, nullptr, "Lines", ""},
+    {&lblClient, "lblClient", "1002, Client Name", 12, {8580, 60, 3690, 240}, nullptr, "Client", ""},
+    {&CurTimeCtl1, "CurTimeCtl1", "", 13, {3525, 360, 825, 270}, nullptr, "Clock",
+     "Ctrl/S makes clock disappear & uses manually entered time."},
+    {&Option1[0], "Option1(0)", "&In", 14, {30, 195, 660, 240}, &Frame1, "Clock in", "The line is a clock-in"},
+    {&Option1[1], "Option1(1)", "&Out", 15, {30, 405, 660, 240}, &Frame1, "Clock out",
+     "The line is a clock-out"},
+    {&Option1[2], "Option1(2)", "&Pcewk", 16, {30, 615, 825, 240}, &Frame1, "Piecework",
+     "The line is piecework"},
+    {&lblMinWage, "lblMinWage", "6.75", 18, {300, 225, 435, 225}, &Frame2, "Minimum wage", ""},
+    {&lblLineCt, "lblLineCt", "12 Lines", 19, {420, 7395, 795, 180}, nullptr, "Number of lines", ""},
+    {&txtToday, "txtToday", "2/15/04", 21, {9135, 285, 885, 240}, nullptr, "Date",
+     "The day of the lines, month first; All shows every day"},
+    {&lblDate, "lblDate", "Date", 22, {8610, 300, 480, 225}, nullptr, "Date", ""},
+    {&lblToday, "lblToday", "Wednesday", 23, {10185, 300, 885, 225}, nullptr, "Weekday", ""},
+    {&txtComments, "txtComments", "Crew#2", 24, {420, 60, 3495, 240}, nullptr, "Comment",
+     "A remark for the reports; the number behind # is the crew that is offered"},
+    {&chkStdRate, "chkStdRate", "Std &Hrly Rate", 25, {6360, 435, 1260, 150}, nullptr, "Standard hourly rate",
+     "The line is paid at the employee's standard hourly rate"},
+    {&lblClockOff, "lblClockOff", "Clock OFF", 26, {10800, -60, 840, 270}, nullptr, "Clock off", ""},
+    {&Data1, "Data1", "Data1", -1, {8400, 7380, 1155, 345}, nullptr, "Lines, first to last",
+     "First, previous, next and last line"},
+};
+
+struct MenuRow {
+  MenuItem* What;
+  const char* Name;
+  const char* Caption;
+  const char* Shortcut;
+  MenuItem* Menu;
+  void (*Click)();
+};
+
+const MenuRow kMenus[] = {
+    {&mnuFile, "mnuFile", "&File", "", nullptr, nullptr},
+    {&mnuUpdateDescs, "mnuUpdateDescs", "&Update Descriptions from Halvane' Backup", "", &mnuFile,
+     mnuUpdateDescs_Click},
+    {&mnuMinWageWatch, "mnuMinWageWatch", "Minimum Wage Watch", "Ctrl+M", &mnuFile, mnuMinWageWatch_Click},
+    {&mnuSep0, "mnuSep0", "-", "", &mnuFile, nullptr},
+    {&mnuPrintLines, "mnuPrintLines", "Print Displayed Lines", "Ctrl+P", &mnuFile, mnuPrintLines_Click},
+    {&mnuEmplDailyRpt, "mnuEmplDailyRpt", "Print Employee's Daily Report", "Ctrl+R", &mnuFile,
+     mnuEmplDailyRpt_Click},
+    {&mnuSep01, "mnuSep01", "-", "", &mnuFile, nullptr},
+    {&mnuWriteImportFile, "mnuWriteImportFile", "&Write Halvane Import File", "Ctrl+W", &mnuFile,
+     mnuWriteImportFile_Click},
+    {&mnuSep1, "mnuSep1", "-", "", &mnuFile, nullptr},
+    {&mnuExit, "mnuExit", "E&xit", "", &mnuFile, mnuExit_Click},
+    {&mnuEdit, "mnuEdit", "&Edit", "", nullptr, nullptr},
+    {&mnuCut, "mnuCut", "Cut", "Ctrl+X", &mnuEdit, mnuCut_Click},
+    {&mnuCopy, "mnuCopy", "Copy", "Ctrl+C", &mnuEdit, mnuCopy_Click},
+    {&mnuPaste, "mnuPaste", "Paste", "Ctrl+V", &mnuEdit, mnuPaste_Click},
+    {&mnuSep2, "mnuSep2", "-", "", &mnuEdit, nullptr},
+    {&mnuDeleteLine, "mnuDeleteLine", "Delete Selected Line", "Ctrl+D", &mnuEdit, mnuDeleteLine_Click},
+    {&mnuClockInACrew, "mnuClockInACrew", "Clock In a Crew", "", &mnuEdit, mnuClockInACrew_Click},
+    {&mnuClockoutAllEmpls, "mnuClockoutAllEmpls", "Clockout All Employees", "", &mnuEdit,
+     mnuClockoutAllEmpls_Click},
+    {&mnuReClockInAllEmpls, "mnuReClockInAllEmpls", "ReClockIn All Employees", "", &mnuEdit,
+     mnuReClockInAllEmpls_Click},
+    {&mnuEdSep2, "mnuEdSep2", "-", "", &mnuEdit, nullptr},
+    {&mnuJumpQDesc, "mnuJumpQDesc", "Jump to QDesc", "Ctrl+J", &mnuEdit, mnuJumpQDesc_Click},
+    {&mnuView, "mnuView", "View", "", nullptr, nullptr},
+    {&mnuDisplayCurrentEmpl, "mnuDisplayCurrentEmpl", "Display Current employee only", "Ctrl+I", &mnuView,
+     mnuDisplayCurrentEmpl_Click},
+    {&mnuEmplOrder, "mnuEmplOrder", "Display in Employee# Order", "Ctrl+E", &mnuView, mnuEmplOrder_Click},
+    {&mnuDisplayAllDates, "mnuDisplayAllDates", "Display All Dates in the year", "Ctrl+A", &mnuView,
+     mnuDisplayAllDates_Click},
+    {&mnuOptions, "mnuOptions", "&Options", "", nullptr, nullptr},
+    {&mnuUseTimeClock, "mnuUseTimeClock", "Use as TimeClock", "", &mnuOptions, mnuUseTimeClock_Click},
+    {&mnuDefaultClockIn, "mnuDefaultClockIn", "Default Clock In=8:00 am", "", &mnuOptions,
+     mnuDefaultClockIn_Click},
+    {&mnuDefaultClockOut, "mnuDefaultClockOut", "Default Clock Out=5:00 pm", "", &mnuOptions,
+     mnuDefaultClockOut_Click},
+    {&mnuAutosetTime, "mnuAutosetTime", "Autoset Time from Clock", "Ctrl+S", &mnuOptions,
+     mnuAutosetTime_Click},
+};
+
+constexpr Alignment L = Alignment::Left, R = Alignment::Right, G = Alignment::General;
+
+// Number formats of the two time columns come with Form_Load.
+const std::vector<ColumnDesign> kColumns = {
+    {"Empl#", "EMPL_NUMB", "", 615, L, L, G, false, false},
+    {"Pce Quan", "QUANTITY", "", 795, R, R, R, true, false},
+    {"Hours", "HOURS", "Fixed", 870, R, G, R, true, false},
+    {"Name", "SORT_NAME", "", 1650, G, G, G, false, true},
+    {"Time", "ETIME", "", 840, L, L, G, false, false},
+    {"Date", "ETIME", "", 645, L, G, G, true, false},
+    {"I/O/Pce", "EVENT_TYPE", "", 780, L, G, G, false, false},
+    {"QDesc", "QUAN_DESC", "", 585, L, G, G, false, false},
+    {"Rate", "RATE", "", 705, R, G, G, false, false},
+    {"Gross", "GROSS", "Fixed", 885, R, G, R, true, false},
+    {"Gross/Hr", "HOUR_GROSS", "", 855, R, G, G, true, false},
+    {"Ent#", "ENTERPRISE", "", 555, L, G, G, false, false},
+    {"Oper", "OPERATION", "", 555, L, G, G, false, false},
+    {"Eqp#", "EQUIP_NUMB", "", 600, L, G, G, false, false},
+    {"Memo", "MEMO", "", 990, G, G, G, false, false},
+};
+
+void DesignControls() {
+  for (const ControlRow& row : kControls) {
+    row.What->Design(row.Name, row.Text, row.Where);
+    row.What->TabIndex.Put(row.TabIndex);
+    row.What->AccessibleName = row.Spoken;
+    row.What->ToolTip = row.Tip;
+    ScanMain.Add(*row.What, row.Container);
+  }
+  for (const int centred : {kEmplBox, kTimeBox, kQuanDescBox, kEnterpriseBox, kOperationBox, kEquipBox}) {
+    txtInput[static_cast<std::size_t>(centred)].Align.Put(Alignment::Center);
+  }
+  txtInput[kQuantityBox].Align.Put(Alignment::Right);
+  txtInput[kRateBox].Align.Put(Alignment::Right);
+  frmCosting.Border = false;
+  txtToday.Border = false;
+  txtComments.Border = false;
+  txtComments.Bold = true;
+  lblClient.Bold = true;
+  lblMinWage.Align.Put(Alignment::Center);
+  lblLineCt.Align.Put(Alignment::Right);
+  Shape1.Visible.Put(false);
+
+  TDBGrid1.DesignColumns(kColumns);
+  TDBGrid1.Columns("RATE").TranslatedNumber = kStdRate;
+  TDBGrid1.Columns("RATE").TranslatedWord = kStdRateWord;
+  TDBGrid1.Bind(Data1);
+}
+
+void DesignMenus() {
+  for (const MenuRow& row : kMenus) {
+    row.What->Design(row.Name, row.Caption, {});
+    row.What->Shortcut = row.Shortcut;
+    if (row.Click != nullptr) row.What->Click = row.Click;
+    ScanMain.AddMenu(*row.What, row.Menu);
+  }
+  mnuUseTimeClock.Checked.Put(true);
+  mnuAutosetTime.Checked.Put(true);
+}
+
+void TieEvents() {
+  for (int Index = 0; Index < kInputBoxCount; ++Index) {
+    TextBox& box = txtInput[static_cast<std::size_t>(Index)];
+    box.GotFocus = [Index] { txtInput_GotFocus(Index); };
+    box.LostFocus = [Index] { txtInput_LostFocus(Index); };
+    box.KeyDown = [Index](int KeyCode, int Shift) { txtInput_KeyDown(Index, KeyCode, Shift); };
+    box.KeyPress = [Index](int& KeyAscii) { txtInput_KeyPress(Index, KeyAscii); };
+  }
+  for (int Index = 0; Index < kEventKindCount; ++Index) {
+    Option1[static_cast<std::size_t>(Index)].Click = [Index] { Option1_Click(Index); };
+  }
+  cmdSave.Click = cmdSave_Click;
+  cmdSave.GotFocus = cmdSave_GotFocus;
+  cmdSave.LostFocus = cmdSave_LostFocus;
+  cmdSave.KeyPress = cmdSave_KeyPress;
+  chkStdRate.Click = chkStdRate_Click;
+
+  txtToday.GotFocus = txtToday_GotFocus;
+  txtToday.LostFocus = txtToday_LostFocus;
+  txtToday.KeyDown = txtToday_KeyDown;
+  txtToday.KeyPress = txtToday_KeyPress;
+  txtComments.GotFocus = txtComments_GotFocus;
+  txtComments.LostFocus = txtComments_LostFocus;
+  txtComments.KeyDown = txtComments_KeyDown;
+  txtComments.KeyPress = txtComments_KeyPress;
+
+  TDBGrid1.BeforeColUpdate = TDBGrid1_BeforeColUpdate;
+  TDBGrid1.KeyPress = TDBGrid1_KeyPress;
+  ScanMain.Load = Form_Load;
+  ScanMain.QueryUnload = Form_QueryUnload;
+  ScanMain.OnFailure = ReportAtEdge;
+}
+
+}  // namespace
+
+void LoadScanMain() {
+  ScanMain.Design("Ostrel Payroll Data Input", kInnerWidth, kInnerHeight);
+  DesignControls();
+  DesignMenus();
+  TieEvents();
+}
+
+}  // namespace ostrel

@@ -1,0 +1,30 @@
+#include "frame/app_state.h"
+
+#include "platform/files/files.h"
+
+namespace ostrel {
+
+std::string TimeFormat, DateFormat, DbaseConnect, DbaseExt;
+std::string DataPath, RemoteDrive, ClientNumb;
+std::int32_t UserCount = 1;
+std::string DefaultClockIn, DefaultClockOut;
+Database PrinDb, DescDb;
+bool PrinDbOpen = false, DescDbOpen = false;
+Recordset LinesRs, ClientRs, PrmsRs, GlenRs, GlodRs, GleqRs;
+bool JobStepAborted = false;
+
+std::string StorePath() { return DataPath + kPathSeparator + "Prin" + ClientNumb + ".mdb"; }
+
+void ResetAppState() {
+  for (std::string* text : {&TimeFormat, &DateFormat, &DbaseConnect, &DbaseExt, &DataPath, &RemoteDrive,
+                            &ClientNumb, &DefaultClockIn, &DefaultClockOut}) {
+    text->clear();
+  }
+  for (Recordset* recordset : {&LinesRs, &ClientRs, &PrmsRs, &GlenRs, &GlodRs, &GleqRs}) *recordset = {};
+  PrinDb = {};
+  DescDb = {};
+  PrinDbOpen = DescDbOpen = JobStepAborted = false;
+  UserCount = 1;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,49 @@
+#pragma once
+
+// The module-level values: set once at start-up and read by many rooms. They live to the end of the
+// run; nothing is closed on the way out.
+
+#include <cstdint>
+#include <string>
+
+#include "platform/database/database.h"
+
+namespace ostrel {
+
+// Patterns and names that do not change while the program runs.
+extern std::string TimeFormat;    ///< "hh:mm am/pm"
+extern std::string DateFormat;    ///< "mm/dd/yy"
+extern std::string DbaseConnect;  ///< how the folder of tables is opened
+extern std::string DbaseExt;      ///< ".dbf"
+
+// Who and where.
+extern std::string DataPath;     ///< folder of the executable: store, tables and log; no separator behind
+extern std::string RemoteDrive;  ///< exchange folder on the office's disk, ending in a separator; "" unknown
+extern std::string ClientNumb;   ///< four characters, from the names of the client's files
+extern std::int32_t UserCount;   ///< how many users share the data
+
+// Time texts offered for clock-in, and the latest end of an open clock-in.
+extern std::string DefaultClockIn;
+extern std::string DefaultClockOut;
+
+// The store and its updatable recordset; every new line goes through LinesRs. The hours and the
+// re-clock-in rebind it to a selection, which changes nothing for new lines.
+extern Database PrinDb;
+extern bool PrinDbOpen;
+extern Recordset LinesRs;
+
+// The office's tables.
+extern Database DescDb;
+extern bool DescDbOpen;
+extern Recordset ClientRs, PrmsRs, GlenRs, GlodRs, GleqRs;
+
+/// The hours of the day could not be worked out: the date box holds no day, or nobody clocked in.
+extern bool JobStepAborted;
+
+/// Path of the client's store.
+std::string StorePath();
+
+/// Everything back to the state before start-up.
+void ResetAppState();
+
+}  // namespace ostrel

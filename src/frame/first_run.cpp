@@ -1,0 +1,72 @@
+#include "frame/first_run.h"
+
+#include "platform/child_process.h"
+#include "platform/desktop.h"
+#include "platform/failure.h"
+#include "platform/files/files.h"
+
+namespace ostrel {
+
+namespace {
+
+// Where the office's installation puts them.
+const std::string kWordProcessor = "c:\\program files\\microsoft office\\office\\winword";
+const std::string kOfficeManual = "c:\\halvane\\Ostrel Payroll\\Ostrel Payroll.doc";
+
+const std::string kIntroduction =
+    "Orveth's Ostrel Payroll program lets a foreman enter a crew's payroll timecard information on "
+    "a "
+    "laptop computer in the field.\r"
+    "That data then is imported into a computer in the office that is running Halvane Accounting.\r"
+    "\r"
+    "Would you like to view the short manual with more information?";
+
+/// The manual that comes with the program, which needs no word processor.
+std::string ShippedManual() { return ExecutableFolder() + kPathSeparator + "manual.html"; }
+
+void SayNoManual(const std::string& reason, const std::string& detail) {
+  MessageBoxRequest box;
+  box.Text = reason + "\rContact Orveth to have them mail or email a manual to you.";
+  box.Icon = BoxIcon::Information;
+  box.Title = "Cannot display the manual on this computer";
+  box.Detail = detail;
+  MsgBox(box);
+}
+
+void ShowShippedManual() {
+  const std::string manual = ShippedManual();
+  if (!Exist(manual)) {
+    SayNoManual(manual + "\rManual not found, either reinstall programs or", "");
+  } else if (!TheDesktop().ShowDocument(manual)) {
+    SayNoManual(
+        "Microsoft Word program not installed on this computer so cannot display the ostrel "
+        "payroll "
+        "manual.",
+        "The manual is also here, for any web browser: " + manual);
+  }
+}
+
+void ShowManual() {
+  if (Exist(kWordProcessor + ".exe") && Exist(kOfficeManual)) {
+    RunAndWait(kWordProcessor + " " + ShortPathOf(kOfficeManual));
+  } else {
+    ShowShippedManual();
+  }
+}
+
+}  // namespace
+
+void ExitWShowManual() {
+  Beep();
+  const BoxAnswer answer = MsgBox(kIntroduction, BoxButtons::YesNoCancel, BoxIcon::Question,
+                                  "Orveth Ostrel Payroll Program");
+  if (answer == BoxAnswer::No) return;
+  if (answer == BoxAnswer::Yes) ShowManual();
+  throw ProgramEnded{};
+}
+
+std::int32_t RunAndWait(const std::string& CmdLine) { return RunCommandLine(CmdLine); }
+
+std::string ShortPathOf(const std::string& LongPath) { return ShortFormOf(LongPath); }
+
+}  // namespace ostrel

@@ -1,0 +1,181 @@
+#include "frame/start_up.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "display/displayed_lines.h"
+#include "entry/input_boxes.h"
+#include "entry/scan_main.h"
+#include "exchange/load_descriptions.h"
+#include "frame/app_state.h"
+#include "frame/failure_reporting.h"
+#include "frame/first_run.h"
+#include "frame/settings.h"
+#include "platform/desktop.h"
+#include "platform/files/files.h"
+#include "platform/files/staged_files.h"
+#include "platform/values/clock.h"
+#include "platform/values/dates.h"
+#include "platform/values/format.h"
+#include "platform/values/numbers.h"
+#include "store/lookups.h"
+#include "store/timecard_store.h"
+
+namespace ostrel {
+
+namespace {
+
+constexpr std::size_t kWordLength = 4;            // of a table word: Hvcl, Prms, ...
+constexpr std::size_t kBareFileNameLength = 8;    // "Hvcl.dbf" names no client
+constexpr int kGridColumnsStart = 420;            // twips; column 0 stands under box 0
+constexpr int kSideMargin = 1440 / 4;             // twips
+constexpr int kTopMargin = 1440 / 2;              // twips
+
+std::string TablePath(const char* word) { return DataPath + kPathSeparator + word + ClientNumb + DbaseExt; }
+
+/// The first name of a client's file in the listing, or the empty text.
+std::string FirstClientFile(const std::vector<std::string>& names) {
+  for (const std::string& name : names) {
+    if (name.size() > kBareFileNameLength) return name;
+  }
+  return {};
+}
+
+void OpenStore(const FailureTail& statement) {
+  bool there = false;
+  statement(13040, [&] { there = Exist(StorePath()); });
+  if (!there) {
+    statement(13050, [] { CreatePrinMdb(); });
+    statement(13060, [] { DoEvents(); });
+  }
+  if (!PrinDbOpen) {
+    statement(13070, [] {
+      PrinDb = OpenDatabase(StorePath());
+      PrinDbOpen = true;
+    });
+  }
+  bool reindex = false;
+  statement(13080, [&] { reindex = TheDesktop().CtrlKey(); });
+  if (reindex) statement(13084, [] { ReindexPrinMdb(); });
+  statement(13090, [] { LinesRs = PrinDb.OpenRecordset("OstrelPr", RecordsetType::Dynaset); });
+}
+
+/// An office table in the order of its key, on its first row with a key of 1 or more.
+void OpenOrdered(const FailureTail& statement, std::int32_t line, const char* word, Recordset& table) {
+  statement(line, [&] { table = DescDb.OpenRecordset(word + ClientNumb, RecordsetType::Table); });
+  statement(line + 1, [&] { table.SetIndex("PrimaryIndex"); });
+  statement(line + 2, [&] { table.Seek(">=", 1); });
+}
+
+void FitGrid() {
+  TDBGrid1.Left = kGridColumnsStart - TDBGrid1.ColumnLeft(0);
+  Data1.DatabaseName = StorePath();
+}
+
+void ShowDay() {
+  const Moment today = Now();
+  txtToday.Text = Format(today, DateFormat);
+  lblToday.Caption = Format(today, "dddd");
+}
+
+void SetUpPrinting() {
+  PrintSettings& print = TDBGrid1.PrintInfo;
+  print.RepeatColumnHeaders = true;
+  print.LeftMargin = print.RightMargin = kSideMargin;
+  print.TopMargin = print.BottomMargin = kTopMargin;
+}
+
+void PlaceForm() {
+  ScanMain.Top = 200;
+  ScanMain.Height = TDBGrid1.Top + TDBGrid1.Height + 1100;
+  ScanMain.Changed();
+}
+
+}  // namespace
+
+void Form_Load() {
+  constexpr FailureTail statement{ScannerModule, "Form_Load"};
+  DbaseConnect = "FoxPro 2.5;";
+  DbaseExt = ".dbf";
+  statement(1010, [] { RemoteDrive = IniRead(kIniSection, kExchangeFolderKey); });
+  std::string users;
+  statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
+  if (!users.empty()) statement(1016, [&] { UserCount = ToLong(NumericPrefix(users)); });
+  statement(1020, [] { DataPath = ExecutableFolder(); });
+  if (RemoteDrive.empty()) {
+    statement(1030, [] { ExitWShowManual(); });
+    statement(1040, [] { LoadDescFiles(); });
+  }
+  statement(1050, [] { OpenAll(); });
+
+  std::string NotList;
+  std::int32_t ListCount = 0;
+  DomainList("Prms", "CREW", " where CREW > 0", NotList, ListCount);
+  mnuClockInACrew.Enabled = ListCount != 0;
+  TimeFormat = "hh:mm am/pm";
+  DateFormat = "mm/dd/yy";
+  statement(1060, [] { GetIniParms(); });
+  FitGrid();
+  mnuDisplayCurrentEmpl.Checked = false;
+  mnuEmplOrder.Checked = false;
+  statement(1070, [] { SetRecordSource(); });
+
+  statement(1080, [] { ClientRs.MoveFirst(); });
+  statement(1090, [] { lblClient.Caption = ClientNumb + ", " + Format(ClientRs["NAME"].Get(), ""); });
+  ShowDay();
+  statement(1100, [] { lblMinWage.Caption = Format(NumOrZero(ClientRs, "MIN_WAGE"), "#.00"); });
+  TDBGrid1.Columns("TIME").NumberFormat = TimeFormat;
+  TDBGrid1.Columns("DATE").NumberFormat = "mm/dd";
+  statement(1110, [] { SetRecordSource(); });
+  statement(1120, [] { InitializeInputBoxes(); });
+  SetUpPrinting();
+  PlaceForm();
+}
+
+void OpenAll() {
+  constexpr FailureTail statement{PrinModule, "nOpenAll"};
+  if (!DescDbOpen) {
+    statement(13010, [] {
+      DescDb = OpenTableFolder(DataPath, false, false, DbaseConnect);
+      DescDbOpen = true;
+    });
+  }
+  bool resumedUpdate = false;
+  statement(13011, [&] { resumedUpdate = ResumeInstall(DataPath); });
+  std::string clientFile;
+  statement(13012, [&] { clientFile = FirstClientFile(ListFiles(DataPath + kPathSeparator + "Hvcl*.dbf")); });
+  if (!clientFile.empty()) {
+    ClientNumb = clientFile.substr(kWordLength, kWordLength);
+  } else {
+    RemoteDrive.clear();
+    statement(13016, [] { LoadDescFiles(); });
+  }
+
+  for (const char* word : {"Hvcl", "Prms", "Glen", "Glod", "Gleq"}) {
+    bool there = true;
+    statement(13020, [&] { there = Exist(TablePath(word)); });
+    if (there) continue;
+    statement(13024, [&] { MsgBox(TablePath(word) + " not found.", BoxButtons::Ok, BoxIcon::Stop); });
+    throw ProgramEnded{};
+  }
+  if (resumedUpdate) statement(13026, [] { ClearYearToDatePay(); });
+  statement(13030, [] { ClientRs = DescDb.OpenRecordset("Hvcl" + ClientNumb, RecordsetType::Table); });
+  OpenStore(statement);
+  OpenOrdered(statement, 13092, "Prms", PrmsRs);
+  OpenOrdered(statement, 13095, "Glen", GlenRs);
+  OpenOrdered(statement, 13098, "Glod", GlodRs);
+  OpenOrdered(statement, 13101, "Gleq", GleqRs);
+}
+
+void Form_QueryUnload() {
+  constexpr FailureTail statement{ScannerModule, "Form_QueryUnload"};
+  statement(1130, [] { PutIniParms(); });
+}
+
+void mnuExit_Click() {
+  constexpr FailureTail statement{ScannerModule, "mnuExit_Click"};
+  statement(3110, [] { ScanMain.Unload(); });
+}
+
+}  // namespace ostrel

@@ -1,0 +1,126 @@
+#include "store/lookups.h"
+
+#include "frame/app_state.h"
+#include "frame/failure_reporting.h"
+#include "platform/files/files.h"
+#include "platform/values/numbers.h"
+#include "platform/values/text.h"
+
+namespace ostrel {
+
+namespace {
+
+constexpr std::size_t kTableWordLength = 4;
+
+/// What the table selector stands for.
+struct Selected {
+  std::string Table;  // file name without its ending
+  bool InStore = false;
+};
+
+Selected SelectTable(const std::string& Domain) {
+  const std::size_t blank = Domain.find(' ');
+  Selected selected{Domain.substr(0, blank), blank != std::string::npos && ContainsText(Domain, "app")};
+  if (selected.Table.size() == kTableWordLength) {
+    selected.Table += ClientNumb;
+  } else if (SameText(selected.Table, "REPORTS")) {
+    selected.InStore = true;
+  }
+  return selected;
+}
+
+std::string WhereClause(const std::string& Criteria) {
+  const std::string trimmed = Trim(Criteria);
+  if (trimmed.empty()) return {};
+  const std::size_t where = FindText(trimmed, "Where ");
+  std::string clause = where == std::string::npos ? " Where " + trimmed : " " + trimmed.substr(where);
+  const std::size_t order = FindText(clause, "Order ");
+  if (order != std::string::npos) clause.resize(order);
+  return clause;
+}
+
+/// The lookups' own object on a store, kept from call to call: opening the file anew for each of the
+/// four totals behind every saved line would cost more than the totals.
+Database& LookupStore(const std::string& path) {
+  static Database store;
+  static std::string opened;
+  if (PrinDbOpen && path == StorePath()) return PrinDb;
+  if (!store || opened != path) {
+    store = OpenDatabase(path);
+    opened = path;
+  }
+  return store;
+}
+
+}  // namespace
+
+Value DomainFunc(const std::string& Domain, const std::string& FieldExpr, const std::string& Criteria,
+                 const std::string& Aggregate) {
+  constexpr SilentTail statement{PrinModule, "DomainFunc"};
+  const Selected selected = SelectTable(Domain);
+  const std::string file = DataPath + kPathSeparator + selected.Table;
+  bool there = false;
+  statement(12010, [&] { there = Exist(file + (selected.InStore ? ".mdb" : DbaseExt)); });
+  if (!there) return 0;
+
+  const std::string from = selected.InStore ? "[OstrelPr]" : selected.Table;
+  const std::string query =
+      "SELECT " + Aggregate + "(" + FieldExpr + ") as X from " + from + WhereClause(Criteria);
+  Value result = 0;
+  statement(12020, [&] {
+    const Database& database = selected.InStore ? LookupStore(file + ".mdb") : DescDb;
+    const Recordset answer = database.OpenRecordset(query, RecordsetType::Dynaset);
+    if (answer.Bof() && answer.Eof()) return;
+    Value found = answer["X"];
+    if (!found.IsNull()) result = std::move(found);
+  });
+  return result;
+}
+
+std::string DomainList(const std::string& Domain, const std::string& FieldExpr, const std::string& Criteria,
+                       std::string& NotList, std::int32_t& ListCount) {
+  constexpr SilentTail statement{PrinModule, "DomainList"};
+  NotList.clear();
+  ListCount = 0;
+  const bool inStore = Domain.find(' ') != std::string::npos && ContainsText(Domain, "app");
+  const std::string from = inStore ? "[OstrelPr]" : Domain + ClientNumb;
+  Recordset rows;
+  statement(12110, [&] {
+    rows = (inStore ? PrinDb : DescDb)
+               .OpenRecordset("SELECT Distinct " + FieldExpr + " FROM " + from + " " + Criteria +
+                                  " Order by " + FieldExpr,
+                              RecordsetType::Dynaset);
+  });
+  if (!rows) return {};
+
+  std::string list;
+  std::int32_t count = 0;
+  statement(12120, [&] {
+    for (; !rows.Eof(); rows.MoveNext()) {
+      const Value value = rows[0];
+      if (value.IsNull()) continue;  // an empty field is nobody's number
+      if (count > 0) list += ',';
+      list += value.ToText();
+      ++count;
+    }
+  });
+  if (count == 0) return {};
+  ListCount = count;
+  list = "in (" + list + ")";
+  NotList = " Not " + list;
+  return list;
+}
+
+float NumOrZero(const Recordset& recordset, const char* field) noexcept {
+  try {
+    const Value value = recordset[field];
+    if (value.IsNull()) return 0;
+    return static_cast<float>(value.IsText() ? NumericPrefix(value.Characters()) : value.ToDouble());
+  } catch (const std::exception&) {
+    return 0;
+  }
+}
+
+std::string WhereDay(const std::string& day) { return " where INT(ETIME) = #" + day + "#"; }
+
+}  // namespace ostrel

@@ -1,0 +1,258 @@
+#include "exchange/load_descriptions.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "frame/app_state.h"
+#include "platform/files/files.h"
+#include "platform/files/removable_disk.h"
+#include "platform/values/text.h"
+#include "store/lookups.h"
+#include "support/payroll.h"
+#include "support/zip_builder.h"
+
+namespace ostrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kZips = fs::path(__FILE__).parent_path() / "zips";
+const char* const kFirstTime =
+    "[ ] First time operation | Insert Halvane backup disk to load employee names & other "
+    "descriptions.\\rTech note: the disk drive with the descriptions will be the destination for "
+    "import files. | OkCancel -> ";
+const char* const kUpdated =
+    "[i] Ostrel Payroll | Descriptions have been successfully updated. | Ok -> Ok";
+
+std::string OpenBox(const std::string& picked) {
+  return "\n[open] Open Halvane descriptions - click on 'Clnt'+your client#+'.zip' | " +
+         RemovableDisk() + " | Halvane Backup of Descriptions (Clnt*.zip) -> " + picked;
+}
+
+/// As the laptop came from the shop.
+void ForgetTheOffice(const Payroll& payroll) {
+  fs::remove_all(payroll.App());
+  fs::create_directory(payroll.App());
+  fs::remove(payroll.Folder.Path("config/Halvane.ini"));
+}
+
+std::string PutOnDisk(const Payroll& payroll, const char* packer, const char* name) {
+  fs::copy(kZips / packer, payroll.Disk(name));
+  return payroll.Disk(name);
+}
+
+/// An employee table of the zips as it must be on the laptop.
+std::string WithoutPay(std::string table) {
+  constexpr std::size_t kHeader = 33 + 11 * 32, kRecord = 107, kFirstPay = 30;
+  for (std::size_t at = kHeader + kFirstPay; at < table.size(); at += kRecord) {
+    for (int field = 0; field < 7; ++field) table.replace(at + 10 * field, 10, "      0.00");
+  }
+  return table;
+}
+
+void ExpectTheTables(const Payroll& payroll) {
+  for (const auto& table : fs::directory_iterator(kZips / "tables")) {
+    const std::string name = table.path().filename();
+    const std::string packed = ReadWholeFile(table.path());
+    EXPECT_EQ(ReadWholeFile(ExistingPath(payroll.App(name))),
+              name == "Prms1234.dbf" ? WithoutPay(packed) : packed)
+        << name;
+  }
+  std::string files;
+  for (const auto& file : fs::directory_iterator(payroll.App())) {
+    const std::string name = UpperCase(file.path().filename().string());
+    if (!name.starts_with("PRIN")) files += name.substr(0, 1);
+  }
+  std::sort(files.begin(), files.end());
+  EXPECT_EQ(files, "GGGHPPP") << "the tables, each once, and nothing left behind";
+}
+
+TEST(LoadDescriptions, EveryPackersZipSetsUpANewLaptop) {
+  for (const char* packer : {"infozip.zip", "infozip-streamed.zip", "infozip-stored.zip",
+                             "infozip-zip64.zip", "7zip.zip", "dos.zip", "python.zip"}) {
+    SCOPED_TRACE(packer);
+    Payroll payroll;
+    ForgetTheOffice(payroll);
+    const std::string zip = PutOnDisk(payroll, packer, "CLNT1234.ZIP");
+    payroll.Desktop.WillAnswer(BoxAnswer::No);
+    payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+    payroll.Desktop.WillPick(zip);
+    payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+    payroll.Start();
+    const std::string shown = payroll.Desktop.TakeShown();
+    EXPECT_EQ(shown.substr(shown.find('\n') + 1),
+              kFirstTime + ("Ok" + OpenBox(zip)) + "\n" + kUpdated);
+    EXPECT_EQ(lblClient.Caption.Get() + " / " + lblMinWage.Caption.Get(),
+              "1234, Three Rivers Orchards / 6.75");
+    EXPECT_TRUE(mnuClockInACrew.Enabled);
+    EXPECT_EQ(RemoteDrive, payroll.Disk());
+    EXPECT_EQ(payroll.Ini(), "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() + "\r\n");
+    ExpectTheTables(payroll);
+  }
+}
+
+TEST(LoadDescriptions, OnANewLaptopEveryWayOutLeavesNoFile) {
+  Payroll payroll;
+  const struct {
+    BoxAnswer FirstTime;
+    const char* Picked;
+    const char* Last;
+  } cases[] = {
+      {BoxAnswer::Cancel, nullptr, nullptr},
+      {BoxAnswer::Ok, "", "[i] Ostrel Payroll | No file opened. Ending | Ok -> Ok"},
+      {BoxAnswer::Ok, "/disk/Clnt.zip",
+       "[x] Ostrel Payroll | No company information found. | Ok -> Ok"},
+  };
+  ForgetTheOffice(payroll);
+  RemoteDrive.clear();
+  const std::string before = payroll.Folder.Contents();
+  for (const auto& c : cases) {
+    payroll.Desktop.WillAnswer(c.FirstTime);
+    std::string expected = kFirstTime + std::string("Cancel");
+    if (c.Picked != nullptr) {
+      payroll.Desktop.WillPick(c.Picked);
+      payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+      expected = kFirstTime + ("Ok" + OpenBox(c.Picked)) + "\n" + c.Last;
+    }
+    EXPECT_THROW(LoadDescFiles(), ProgramEnded);
+    EXPECT_EQ(payroll.Desktop.TakeShown(), expected);
+    EXPECT_EQ(payroll.Folder.Contents(), before);
+    EXPECT_EQ(RemoteDrive, "");
+  }
+}
+
+TEST(LoadDescriptions, WithoutASoundZipTheMenuChangesNothing) {
+  Payroll payroll;
+  payroll.Start();
+  const std::string notFound =
+      "No Description update file (Clnt*.zip) found in '" + payroll.Disk() + "'\\r";
+  const std::string tryAgain =
+      "[?] Load Descriptions | " + notFound +
+      "Try again?\\rYou will be able to look in a different disk drive. | OkCancel -> Cancel";
+  const std::string aborting = "[i] Ostrel Payroll | " + notFound + "Aborting job step. | Ok -> Ok";
+  const std::string noTable = ZipBuilder().Add({"Prms1234.dbf", "no table"}).Bytes();
+  const std::string unfit = " could not be unpacked.\\r";
+  const struct {
+    const char* Name;
+    std::string Zip;
+    std::string Box;
+    bool Ends;
+  } cases[] = {
+      {"other.zip", "", tryAgain, false},
+      {"Clnt.zip", "", tryAgain, false},
+      {"Clnt0999.zip", noTable, aborting, false},
+      {"clntabcd.zip", noTable, aborting, false},
+      {"CLNT1234.ZIP", "no zip",
+       "[x] Ostrel Payroll | " + payroll.Disk("Clnt1234.zip") + unfit +
+           "Not a zip archive | Ok -> Ok",
+       true},
+      {"Clnt1234.zip", noTable,
+       "[x] Ostrel Payroll | " + payroll.Disk("Clnt1234.zip") + unfit +
+           "External table is not in the expected format: Prms1234.dbf is no dBase table. | Ok -> "
+           "Ok",
+       true},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Name);
+    const std::string zip = payroll.Folder.Write("disk/" + std::string(c.Name), c.Zip);
+    const std::string before = payroll.Folder.Contents();
+    payroll.Desktop.WillAnswer(c.Box == tryAgain ? BoxAnswer::Cancel : BoxAnswer::Ok);
+    if (c.Ends) {
+      EXPECT_THROW(mnuUpdateDescs_Click(), ProgramEnded);
+    } else {
+      mnuUpdateDescs_Click();
+    }
+    EXPECT_EQ(payroll.Desktop.TakeShown(), c.Box);
+    EXPECT_EQ(payroll.Folder.Contents(), before);
+    fs::remove(zip);
+  }
+}
+
+TEST(LoadDescriptions, TheMenuBringsNewEmployeesIntoTheRun) {
+  Payroll payroll;
+  fs::rename(payroll.App("Prms1234.dbf"), payroll.App("PRMS1234.DBF"));
+  payroll.Start();
+  PutOnDisk(payroll, "7zip.zip", "Clnt1234.zip");
+  PutOnDisk(payroll, "dos.zip", "Clnt9999.zip");  // the first of several is the one
+  payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+  payroll.Choose(mnuUpdateDescs);
+  EXPECT_EQ(payroll.Desktop.TakeShown(), kUpdated);
+  ExpectTheTables(payroll);
+
+  std::string crew;
+  std::int32_t count = 0;
+  DomainList("Prms", "EMPL_NUMB", " where CREW = 2", crew, count);
+  EXPECT_EQ(crew + " " + std::to_string(count), " Not in (125,130) 2");
+  EXPECT_EQ(lblClient.Caption.Get(), "1234, Sample Ranch");
+  payroll.Save("140");
+  payroll.Stop();
+  payroll.Start();
+  EXPECT_EQ(lblClient.Caption.Get(), "1234, Three Rivers Orchards");
+  payroll.Save("140");
+  EXPECT_EQ(payroll.Fields("SORT_NAME"), "EVANS RHYS|Ortiz Ana");
+}
+
+TEST(LoadDescriptions, AnotherDiskIsLearnedWhenTheOldOneIsGone) {
+  Payroll payroll;
+  payroll.Start();
+  fs::rename(payroll.Disk(), payroll.Folder.Path("other"));
+  fs::copy(kZips / "python.zip", payroll.Folder.Path("other/Clnt1234.zip"));
+  const std::string picked = payroll.Folder.Path("other/Clnt1234.zip");
+  for (int box = 0; box < 2; ++box) payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+  payroll.Desktop.WillPick(picked);
+  payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+  payroll.Choose(mnuUpdateDescs);
+  EXPECT_EQ(payroll.Desktop.Shown().back(), kUpdated);
+  EXPECT_NE(payroll.Ini().find("Floppy=" + payroll.Folder.Path("other/") + "\r\n"),
+            std::string::npos);
+}
+
+TEST(LoadDescriptions, AnUpdateThatAPowerCutStoppedIsFinishedAtTheNextStart) {
+  Payroll payroll;
+  fs::copy(kZips / "tables", payroll.App(".ostrel-ready"));
+  payroll.Start();
+  EXPECT_EQ(lblClient.Caption.Get(), "1234, Three Rivers Orchards");
+  ExpectTheTables(payroll);
+}
+
+TEST(ParsePath, CutsAtTheLastSeparatorOfEitherKind) {
+  const struct {
+    const char* Path;
+    const char* Folder;
+    const char* Name;
+  } cases[] = {
+      {"a:\\Clnt1234.zip", "a:", "Clnt1234.zip"},
+      {"Clnt1234.zip", "", "Clnt1234.zip"},
+      {"a/b.zip", "a", "b.zip"},
+      {"/Clnt1234.zip", "", "Clnt1234.zip"},
+      {"c:/back\\up/x.zip", "c:/back\\up", "x.zip"},
+      {"/media/stick/", "/media/stick", ""},
+      {"", "", ""},
+  };
+  for (const auto& c : cases) {
+    std::string folder = "before", name = "before";
+    ParsePath(c.Path, folder, name);
+    EXPECT_EQ(folder + "|" + name, c.Folder + std::string("|") + c.Name) << c.Path;
+  }
+}
+
+TEST(RemovableDisk, IsTheFirstMountThatTheDesktopMade) {
+  const struct {
+    const char* Mounts;
+    const char* Folder;
+  } cases[] = {
+      {"", ""},
+      {"proc /proc proc rw 0 0\n/dev/sda1 / ext4 rw 0 0\n/dev/sdb1 /media ext4 rw 0 0\n", ""},
+      {"/dev/sda1 / ext4 rw 0 0\n/dev/sdb1 /media/ann/HALVANE vfat rw 0 0\n"
+       "/dev/sdc1 /run/media/ann/B vfat rw 0 0",
+       "/media/ann/HALVANE"},
+      {"/dev/sdb1 /run/media/ann/My\\040Disk\\0\\", "/run/media/ann/My Disk\\0\\"},
+      {"/dev/sdb1\n\nx", ""},
+  };
+  for (const auto& c : cases) EXPECT_EQ(RemovableMount(c.Mounts), c.Folder) << c.Mounts;
+}
+
+}  // namespace
+}  // namespace ostrel
