@@ -103,8 +103,8 @@ void ReadFieldsOfARow(benchmark::State& state) {
   lines.Update();
   for ([[maybe_unused]] auto _ : state) {
     lines.MoveNext();
-    for (const char* field : {"EMPL_NUMB", "ETIME", "EVENT_TYPE", "QUANTITY", "RATE", "GROSS",
-                              "HOURS", "MEMO"}) {
+    for (const char* field :
+         {"EMPL_NUMB", "ETIME", "EVENT_TYPE", "QUANTITY", "RATE", "GROSS", "HOURS", "MEMO"}) {
       benchmark::DoNotOptimize(lines[field].Get());
     }
     if (lines.GetBookmark() < 1000) lines.MoveFirst();

@@ -63,17 +63,17 @@ inline void FillStore(const std::string& path, int lines) {
   const std::string employees = std::to_string(kEmployees);
   RawStore(path).Run(
       "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + count +
-      ") INSERT INTO OstrelPr SELECT 101 + i % " + employees +
-      ", 'EMPLOYEE ' || (101 + i % " + employees + "), " + std::to_string(kLastDay) + " - (" +
-      count + " - 1 - i) / " + aDay + " + (420 + (" + aDay + " - 1 - (" + count + " - 1 - i) % " +
-      aDay + ") / 60 * 50) / 1440.0, NULL, CASE i / " + employees +
+      ") INSERT INTO OstrelPr SELECT 101 + i % " + employees + ", 'EMPLOYEE ' || (101 + i % " +
+      employees + "), " + std::to_string(kLastDay) + " - (" + count + " - 1 - i) / " + aDay +
+      " + (420 + (" + aDay + " - 1 - (" + count + " - 1 - i) % " + aDay +
+      ") / 60 * 50) / 1440.0, NULL, CASE i / " + employees +
       " % 4 WHEN 0 THEN 'I' WHEN 3 THEN 'O' ELSE 'P' END, i % 7 * 12.5, 'BOX', 1, i % 5, 3, "
       "'block ' || i % 40, 0.27, i % 7 * 3.38, NULL, NULL FROM n");
 }
 
 /// Row ids of all lines, newest first.
 inline std::vector<std::int64_t> ListRowsByTime(const RawStore& store) {
-  sqlite3_stmt* rows = store.Prepare("SELECT rowid FROM OstrelPr ORDER BY ETIME DESC");
+  sqlite3_stmt* rows = store.Prepare("SELECT rowid FROM OstrelPr ORDER BY ETIME DESC, rowid DESC");
   std::vector<std::int64_t> ids;
   while (sqlite3_step(rows) == SQLITE_ROW) ids.push_back(sqlite3_column_int64(rows, 0));
   sqlite3_finalize(rows);
@@ -83,8 +83,8 @@ inline std::vector<std::int64_t> ListRowsByTime(const RawStore& store) {
 /// Reads all fields of each row and rewrites three of them, in one commit.
 inline void RewriteRows(const RawStore& store, const std::vector<std::int64_t>& ids) {
   sqlite3_stmt* read = store.Prepare("SELECT * FROM OstrelPr WHERE rowid = ?1");
-  sqlite3_stmt* write = store.Prepare(
-      "UPDATE OstrelPr SET GROSS = ?2, HOUR_GROSS = ?3, HOURS = ?4 WHERE rowid = ?1");
+  sqlite3_stmt* write =
+      store.Prepare("UPDATE OstrelPr SET GROSS = ?2, HOUR_GROSS = ?3, HOURS = ?4 WHERE rowid = ?1");
   store.Run("BEGIN IMMEDIATE");
   for (const std::int64_t id : ids) {
     sqlite3_bind_int64(read, 1, id);
@@ -106,8 +106,9 @@ inline void RewriteRows(const RawStore& store, const std::vector<std::int64_t>& 
 
 /// One new line in a commit of its own.
 inline void AddOneLine(const RawStore& store) {
-  store.Run("INSERT INTO OstrelPr(EMPL_NUMB, ETIME, EVENT_TYPE, QUANTITY, QUAN_DESC, RATE) "
-            "VALUES(130, 38152.5, 'P', 100, 'BOX', 0.27)");
+  store.Run(
+      "INSERT INTO OstrelPr(EMPL_NUMB, ETIME, EVENT_TYPE, QUANTITY, QUAN_DESC, RATE) "
+      "VALUES(130, 38152.5, 'P', 100, 'BOX', 0.27)");
 }
 
 }  // namespace ostrel

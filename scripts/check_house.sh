@@ -43,7 +43,8 @@ no-circles() {
 }
 
 # A statement is known to phone support by module and number. A part of a routine that is handed its
-# tail belongs to the module that its file begins with; a number may be handed down as well.
+# tail belongs to the module that its file begins with. A number may be handed to such a part, as its
+# parameter `line`.
 statement-numbers() {
     sources src | grep -v '^src/platform/' | xargs -r awk '
         function module_in(line) {
@@ -53,8 +54,14 @@ statement-numbers() {
         function breach(text) { print FILENAME ":" FNR ": statement " number " " text }
         BEGIN {
             for (i = 1; i < ARGC; ++i) {
-                while ((getline line <ARGV[i]) > 0 && home[ARGV[i]] == "") {
-                    home[ARGV[i]] = module_in(line)
+                takers[ARGV[i]] = "statement"
+                while ((getline line <ARGV[i]) > 0) {
+                    if (home[ARGV[i]] == "") home[ARGV[i]] = module_in(line)
+                    if (match(line, /[A-Za-z]+\(std::int32_t line[,)]/)) {
+                        sub(/\(.*/, "", line)
+                        sub(/.* /, "", line)
+                        takers[ARGV[i]] = takers[ARGV[i]] "|" line
+                    }
                 }
                 close(ARGV[i])
             }
@@ -65,9 +72,9 @@ statement-numbers() {
         module_in(code) != "" { module = module_in(code); last = 0 }
         {
             sub(/\/\/.*/, "", code)
-            while (match(code, /statement[(,] *[0-9]+/)) {
+            while (match(code, "(" takers[FILENAME] ")[(,] *[0-9]+")) {
                 number = substr(code, RSTART, RLENGTH)
-                gsub(/[^0-9]/, "", number)
+                sub(/.*[(,]/, "", number)
                 number += 0
                 code = substr(code, RSTART + RLENGTH)
                 if (module == "") breach("has no tail of a module in its file")

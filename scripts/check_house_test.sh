@@ -17,6 +17,9 @@ void Save() {
   statement(10, [] {});
   statement(20, [] {});  // statement(20, is only mentioned here
 }
+void GoHome(std::int32_t line) {
+  statement(line, [] {});
+}
 void CountPart(const FailureTail& statement) {
   statement(5, [] {});
   Say(statement, 7);
@@ -66,6 +69,7 @@ breach statement-numbers src/entry/other.cpp 'statement(30, [] {});'
 breach statement-numbers src/entry/other.cpp \
     'SilentTail statement{PrinModule, "A"}; statement(40, f); statement(30, f);'
 breach statement-numbers src/entry/save.cpp '  Say(statement, 5);'
+breach statement-numbers src/entry/save.cpp '  GoHome(5);'
 breach no-swallowed-failures src/entry/save.cpp '} catch (...) {'
 breach no-sleeping-tests tests/save_test.cpp 'std::this_thread::sleep_for(1ms);'
 breach headers-once tests/support.h '#include <string>'

@@ -147,7 +147,10 @@ TEST(GridEditing, KeepsNameAndMomentRight) {
       {"Date", "11/17", "130,DURAND ANNE,11/17/2004 7:00:00 AM,10,2", ""},
       {"Date", "13/45", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2",
        "[!] Ostrel Payroll | Bad Date: 13/45 07:00 am\\rignoring | Ok -> Ok"},
-      {"Time", "", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2", ""},
+      {"Time", "", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2",
+       "[!] Ostrel Payroll | Bad Date: 11/18 \\rignoring | Ok -> Ok"},
+      {"Date", " ", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2",
+       "[!] Ostrel Payroll | Bad Date:   07:00 am\\rignoring | Ok -> Ok"},
       {"Pce Quan", "3.5", "130,DURAND ANNE,11/18/2004 7:00:00 AM,3.5,2", ""},
       {"Rate", "Std Rate", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,-9", ""},
   };

@@ -249,8 +249,7 @@ TEST(EntryRow, StartsFromTheLastLineOfTheLatestDay) {
   payroll.Start();
   std::string row;
   for (const TextBox& box : txtInput) row += box.Text.Get() + "|";
-  // A line at the standard rate switches the switch on, which sets the description.
-  EXPECT_EQ(row, "130|0|10:42 am|HRS|Std Rate|12|70|101|NOTE|");
+  EXPECT_EQ(row, "130|0|10:42 am|LBS|Std Rate|12|70|101|NOTE|");
   EXPECT_EQ(chkStdRate.Value.Get(), 1);
 }
 
@@ -278,8 +277,7 @@ TEST(EntryRow, WalksAsTheFocusTableSays) {
     for (const auto& test : cases) {
       if (test.timeClock != timeClock) continue;
       SCOPED_TRACE(std::to_string(test.start) + (timeClock ? " clock " : " plain ") + test.keys);
-      Option1[test.kind].Value = true;
-      txtInput[kEmplBox].SetFocus();
+      Option1[test.kind].Press();
       Control& start = test.start < 0 ? static_cast<Control&>(cmdSave) : txtInput[static_cast<std::size_t>(test.start)];
       start.SetFocus();
       payroll.Keys(test.keys);
@@ -318,12 +316,12 @@ TEST(EntryRow, ADayByHand) {
   payroll.Start();
   payroll.Keys("130\r\r");  // clock-in: number, Enter, Enter
   payroll.SetClock("11/18/04 11:00 am");
-  Option1[kPiecework].Value = true;
+  Option1[kPiecework].Press();
   txtInput[kRateBox].Text = ".5";
   txtInput[kQuanDescBox].Text = "BOX";
   payroll.Keys("130\r100\r\r");  // piecework: number, Enter, quantity, Enter, Enter
   payroll.SetClock("11/18/04 12:30 pm");
-  Option1[kClockOut].Value = true;
+  Option1[kClockOut].Press();
   payroll.Keys("\r\r");  // the same employee again
   EXPECT_EQ(payroll.Lines(), "130 I 10:42 am|130 P 11:00 am 100x0.5=50|130 O 12:30 pm");
   EXPECT_EQ(payroll.Desktop.TakeShown(), "");

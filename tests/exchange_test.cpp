@@ -59,7 +59,7 @@ TEST(ImportFile, CarriesThePlainLayoutInTheReverseOfTheDisplay) {
   EXPECT_EQ(payroll.Desktop.TakeShown(), std::string(kWritten) + "4 lines have successfully been written. | Ok -> Ok");
   EXPECT_EQ(ReadWholeFile(payroll.Disk("Pck-1234.asc")),
             "*1234, Sample Ranch\r\n*11/18/04, Thursday\r\n*Crew#2\r\n"
-            "310,8,\"\",\"HRS\",11,0,\"11/18/04\",0,\"\",\"H\",\"0\"\r\n"
+            "310,8,\"\",\"HRS\",11,0,\"11/18/04\",0,\"\",\"H\",\" \"\r\n"
             "207,150,12.5,\"BOX\",11,0,\"11/18/04\",0,7.5,\"P\",\" \"\r\n"
             "99,2,-9,\"BOX\",11,0,\"11/18/04\",0,1,\"P\",\" \"\r\n"
             "98,0.25,\"0.5\",\"HRS\",11,0,\"11/18/04\",0,\"\",\"H\",\" \"\r\n");

@@ -219,7 +219,9 @@ TEST(FailureReporting, ReachesTheOperatorWhereTheLogCannotBeWritten) {
   fs::create_directory(payroll.App("Errors.Log"));
   payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
   testing::internal::CaptureStderr();
-  EXPECT_EQ(Reported(payroll, 3022).Answer, 0);
+  constexpr FailureTail statement{ScannerModule, "cmdSave_Click"};
+  statement(310, [] { throw Failure(3022, "Duplicate value."); });
+  EXPECT_EQ(payroll.Desktop.Shown().size(), 1U);
   EXPECT_NE(testing::internal::GetCapturedStderr().find("*Opr Ignored Error"), std::string::npos);
 }
 

@@ -47,7 +47,7 @@ std::string PutOnDisk(const Payroll& payroll, const char* packer, const char* na
 std::string WithoutPay(std::string table) {
   constexpr std::size_t kHeader = 33 + 11 * 32, kRecord = 107, kFirstPay = 30;
   for (std::size_t at = kHeader + kFirstPay; at < table.size(); at += kRecord) {
-    for (int field = 0; field < 7; ++field) table.replace(at + 10 * field, 10, "      0.00");
+    for (std::size_t pay = 0; pay < 70; pay += 10) table.replace(at + pay, 10, "      0.00");
   }
   return table;
 }
@@ -234,7 +234,8 @@ TEST(ParsePath, CutsAtTheLastSeparatorOfEitherKind) {
   for (const auto& c : cases) {
     std::string folder = "before", name = "before";
     ParsePath(c.Path, folder, name);
-    EXPECT_EQ(folder + "|" + name, c.Folder + std::string("|") + c.Name) << c.Path;
+    EXPECT_EQ(folder, c.Folder) << c.Path;
+    EXPECT_EQ(name, c.Name) << c.Path;
   }
 }
 

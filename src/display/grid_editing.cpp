@@ -38,13 +38,14 @@ void BringName() {
   statement(5884, [&] { line.Update(); });
 }
 
+/// An empty cell is a slip of the hand: the other one alone would move the line to midnight, or a
+/// hundred years back.
 void JoinDateAndTime() {
-  std::string text;
-  statement(5886, [&] {
-    text = TDBGrid1.CellText(TDBGrid1.ColumnNumber("Date")) + " " +
-           TDBGrid1.CellText(TDBGrid1.ColumnNumber("Time"));
-  });
-  if (!IsDate(text)) {
+  std::string date, time;
+  statement(5885, [&] { date = TDBGrid1.CellText(TDBGrid1.ColumnNumber("Date")); });
+  statement(5886, [&] { time = TDBGrid1.CellText(TDBGrid1.ColumnNumber("Time")); });
+  const std::string text = date + " " + time;
+  if (Trim(date).empty() || Trim(time).empty() || !IsDate(text)) {
     Beep();
     statement(5888, [&] { MsgBox("Bad Date: " + text + "\rignoring", BoxButtons::Ok, BoxIcon::Exclamation); });
     return;

@@ -80,26 +80,26 @@ class FaultVfs {
   static int Flush(sqlite3_file* file, int) { return Of(file)->Vfs->Change(); }
 
   using Methods = sqlite3_io_methods;
-  static inline const Methods kMethods{.iVersion = 1,
-                                       .xClose = Forward<&Methods::xClose>,
-                                       .xRead = Forward<&Methods::xRead>,
-                                       .xWrite = ForwardChange<&Methods::xWrite>,
-                                       .xTruncate = ForwardChange<&Methods::xTruncate>,
-                                       .xSync = Flush,
-                                       .xFileSize = Forward<&Methods::xFileSize>,
-                                       .xLock = Forward<&Methods::xLock>,
-                                       .xUnlock = Forward<&Methods::xUnlock>,
-                                       .xCheckReservedLock = Forward<&Methods::xCheckReservedLock>,
-                                       .xFileControl = Forward<&Methods::xFileControl>,
-                                       .xSectorSize = Forward<&Methods::xSectorSize>,
-                                       .xDeviceCharacteristics =
-                                           Forward<&Methods::xDeviceCharacteristics>,
-                                       .xShmMap = nullptr,
-                                       .xShmLock = nullptr,
-                                       .xShmBarrier = nullptr,
-                                       .xShmUnmap = nullptr,
-                                       .xFetch = nullptr,
-                                       .xUnfetch = nullptr};
+  static inline const Methods kMethods{
+      .iVersion = 1,
+      .xClose = Forward<&Methods::xClose>,
+      .xRead = Forward<&Methods::xRead>,
+      .xWrite = ForwardChange<&Methods::xWrite>,
+      .xTruncate = ForwardChange<&Methods::xTruncate>,
+      .xSync = Flush,
+      .xFileSize = Forward<&Methods::xFileSize>,
+      .xLock = Forward<&Methods::xLock>,
+      .xUnlock = Forward<&Methods::xUnlock>,
+      .xCheckReservedLock = Forward<&Methods::xCheckReservedLock>,
+      .xFileControl = Forward<&Methods::xFileControl>,
+      .xSectorSize = Forward<&Methods::xSectorSize>,
+      .xDeviceCharacteristics = Forward<&Methods::xDeviceCharacteristics>,
+      .xShmMap = nullptr,
+      .xShmLock = nullptr,
+      .xShmBarrier = nullptr,
+      .xShmUnmap = nullptr,
+      .xFetch = nullptr,
+      .xUnfetch = nullptr};
 
   sqlite3_vfs* real_;
   sqlite3_vfs vfs_;

@@ -22,7 +22,8 @@ class DayIndex {
   /// Row ids of the employee's lines of the day in the order of ETIME, among equals in the order of
   /// entry. Nothing when the day has not been asked for just before.
   ///   keyChanges  what SharedCommit::KeyChanges says now
-  std::optional<std::vector<Bookmark>> LinesOf(const DayOfEmployee& asked, std::uint64_t keyChanges);
+  std::optional<std::vector<Bookmark>> LinesOf(const DayOfEmployee& asked,
+                                               std::uint64_t keyChanges);
 
  private:
   struct Line {

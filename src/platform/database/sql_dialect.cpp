@@ -196,7 +196,8 @@ Value StatementReader::ReadLiteral() {
   if (token_.Kind == TokenKind::Date) return ReadDate();
   if (token_.Kind != TokenKind::Text) return ReadNumber();
   std::string text(token_.Spelling);
-  for (std::size_t quote = text.find("''"); quote != text.npos; quote = text.find("''", quote + 1)) {
+  for (std::size_t quote = text.find("''"); quote != text.npos;
+       quote = text.find("''", quote + 1)) {
     text.erase(quote, 1);
   }
   Advance();

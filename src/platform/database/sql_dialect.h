@@ -33,7 +33,8 @@ enum class Comparison { Equal, Greater, Less, In, NotIn };
 /// One test of a where clause. All tests of a query must hold; a Null never passes one.
 struct Condition {
   std::string Field;
-  bool WholeDay = false;  ///< INT(Field) = #date#: the day alone; never true where the date has a time
+  bool WholeDay =
+      false;  ///< INT(Field) = #date#: the day alone; never true where the date has a time
   Comparison Test = Comparison::Equal;
   std::vector<Value> Operands;  ///< Double, Text or Date; one, or any number for In and NotIn
 };

@@ -27,9 +27,8 @@ class FlagReset {
 SqliteStatement::SqliteStatement(SqliteConnection& connection, std::string_view sql, StoreStep step)
     : connection_(connection), step_(step) {
   sqlite3_stmt* statement = nullptr;
-  const int code =
-      sqlite3_prepare_v3(connection.Handle(), sql.data(), static_cast<int>(sql.size()),
-                         SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+  const int code = sqlite3_prepare_v3(connection.Handle(), sql.data(), static_cast<int>(sql.size()),
+                                      SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
   statement_.reset(statement);
   Check(code);
 }
@@ -70,8 +69,7 @@ void SqliteStatement::Run() {
 }
 
 std::string SqliteStatement::Text(int column) const {
-  const auto* text =
-      reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
   return {text == nullptr ? "" : text,
           static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column))};
 }
@@ -79,8 +77,8 @@ std::string SqliteStatement::Text(int column) const {
 SqliteConnection::SqliteConnection(const std::string& path) {
   sqlite3* handle = nullptr;
   const int code = sqlite3_open_v2(
-      path.c_str(), &handle,
-      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE, nullptr);
+      path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE,
+      nullptr);
   handle_.reset(handle);
   if (code != SQLITE_OK) Fail(code, StoreStep::Read);
   sqlite3_extended_result_codes(handle, 1);
@@ -91,9 +89,9 @@ SqliteConnection::SqliteConnection(const std::string& path) {
 // Nothing that stands in a file may act by itself.
 void SqliteConnection::Harden() {
   sqlite3_set_authorizer(handle_.get(), Authorize, this);
-  for (const int option : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
-                           SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_DQS_DML,
-                           SQLITE_DBCONFIG_DQS_DDL}) {
+  for (const int option :
+       {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_TRUSTED_SCHEMA,
+        SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL}) {
     sqlite3_db_config(handle_.get(), option, 0, nullptr);
   }
   sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);

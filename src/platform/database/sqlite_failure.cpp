@@ -21,7 +21,8 @@ struct Meaning {
 
 constexpr const char* kDiskFullWords = "There is not enough space on the disk.";
 constexpr const char* kNotWritableWords = "The store or its folder is read-only.";
-constexpr const char* kInUseWords = "The store is in use by another program; try again in a moment.";
+constexpr const char* kInUseWords =
+    "The store is in use by another program; try again in a moment.";
 constexpr const char* kNotOpenedWords = "The store's file cannot be opened.";
 constexpr const char* kBadQueryWords = "The store cannot make sense of the query.";
 
@@ -64,7 +65,8 @@ const Meaning* MeaningOf(int code, StoreStep step) {
 
 Failure StoreFailure(int code, StoreStep step, std::string_view message) {
   const std::string detail = " (" + std::string(message) + ")";
-  if (message.starts_with("no such table")) return {kNoSuchTable, "There is no such table." + detail};
+  if (message.starts_with("no such table"))
+    return {kNoSuchTable, "There is no such table." + detail};
   const Meaning* meaning = MeaningOf(code, step);
   if (meaning == nullptr) return {kInternal, "The store failed." + detail};
   return {meaning->Number, meaning->Words + detail};

@@ -1,7 +1,5 @@
 #include "platform/database/store.h"
 
-#include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "platform/database/answer_recordset.h"
@@ -38,35 +36,6 @@ void BindAll(SqliteStatement& statement, const std::vector<Value>& parameters) {
   int parameter = 1;
   for (const Value& value : parameters) statement.Bind(parameter++, value);
 }
-
-/// Sorts each run of rows with equal moments; SQLite leaves their order open.
-class TieSorter {
- public:
-  TieSorter(std::vector<Bookmark>& rows, bool descending) : rows_(rows), descending_(descending) {}
-
-  void Add(Bookmark row, double etime) {
-    if (etime != etime_) {
-      SortRun();
-      etime_ = etime;
-    }
-    rows_.push_back(row);
-  }
-
-  void SortRun() {
-    if (rows_.size() - run_start_ > 1) {
-      const auto start = rows_.begin() + static_cast<std::ptrdiff_t>(run_start_);
-      std::sort(start, rows_.end());
-      if (descending_) std::reverse(start, rows_.end());
-    }
-    run_start_ = rows_.size();
-  }
-
- private:
-  std::vector<Bookmark>& rows_;
-  bool descending_;
-  std::size_t run_start_ = 0;
-  double etime_ = std::numeric_limits<double>::quiet_NaN();
-};
 
 std::string Quoted(std::string_view name) {
   std::string quoted = "\"";
@@ -116,16 +85,7 @@ std::vector<Bookmark> Store::Select(const Query& query) {
   SqliteStatement& statement = connection_->Question(question.Sql);
   BindAll(statement, question.Parameters);
   std::vector<Bookmark> rows;
-  if (!question.TiesOpen) {
-    while (statement.Step()) rows.push_back(statement.Integer(0));
-    return rows;
-  }
-  TieSorter sorter(rows, question.Descending);
-  constexpr double noMoment = -std::numeric_limits<double>::infinity();
-  while (statement.Step()) {
-    sorter.Add(statement.Integer(0), statement.IsNull(1) ? noMoment : statement.Real(1));
-  }
-  sorter.SortRun();
+  while (statement.Step()) rows.push_back(statement.Integer(0));
   return rows;
 }
 
@@ -195,8 +155,11 @@ void Store::Execute(std::string_view sql) {
     throw Failure(failure_number::kNoSuchTable, "There is no table \"" + creation->Table + "\".");
   }
   if (LineFieldOrdinal(creation->Field) < 0) RefuseUnknownField(creation->Field);
+  // Ascending whatever is asked for. SQLite walks an index from either end and keeps equal entries in
+  // the order of their row ids, so walked backwards this one gives the newest moment first and, among
+  // equals, the line entered last: the order of the view. A descending one would need sorting.
   Alter("CREATE INDEX " + Quoted(creation->Index) + " ON OstrelPr(" + Quoted(creation->Field) +
-        (creation->Descending ? " DESC)" : ")"));
+        ")");
 }
 
 void Store::AppendTable(const TableDefinition& table) {

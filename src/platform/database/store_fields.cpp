@@ -26,7 +26,8 @@ auto ReadText(const FieldDefinition& field, const std::string& text, Read read) 
 
 double FiniteNumber(const FieldDefinition& field, double number) {
   if (std::isfinite(number)) return number;
-  throw Failure(failure_number::kOverflow, "Overflow: the number is too large for " + field.Name + ".");
+  throw Failure(failure_number::kOverflow,
+                "Overflow: the number is too large for " + field.Name + ".");
 }
 
 double NumberForField(const FieldDefinition& field, const Value& value) {
@@ -43,9 +44,9 @@ Value TextForField(const FieldDefinition& field, const Value& value) {
   std::string text = value.ToText();
   const auto size = static_cast<std::size_t>(field.Size);
   if (text.size() > size && LengthOf(text) > size) {
-    throw Failure(failure_number::kFieldTooSmall,
-                  "The field " + field.Name + " is too small for the text; it takes " +
-                      std::to_string(field.Size) + " characters.");
+    throw Failure(failure_number::kFieldTooSmall, "The field " + field.Name +
+                                                      " is too small for the text; it takes " +
+                                                      std::to_string(field.Size) + " characters.");
   }
   return text;
 }
@@ -77,9 +78,8 @@ int LineFieldOrdinal(std::string_view name) {
   auto field = std::find_if(fields.begin(), fields.end(),
                             [&](const FieldDefinition& each) { return each.Name == name; });
   if (field == fields.end()) {
-    field = std::find_if(fields.begin(), fields.end(), [&](const FieldDefinition& each) {
-      return SameText(each.Name, name);
-    });
+    field = std::find_if(fields.begin(), fields.end(),
+                         [&](const FieldDefinition& each) { return SameText(each.Name, name); });
   }
   return field == fields.end() ? -1 : static_cast<int>(field - fields.begin());
 }
@@ -105,7 +105,8 @@ Value ValueForField(const FieldDefinition& field, const Value& value) {
       const double number = NumberForField(field, value);
       constexpr double largest = std::numeric_limits<float>::max();
       // Compared before it is cut, since a double beyond the range of a float must not be cut at all.
-      return static_cast<float>(FiniteNumber(field, std::abs(number) > largest ? HUGE_VAL : number));
+      return static_cast<float>(
+          FiniteNumber(field, std::abs(number) > largest ? HUGE_VAL : number));
     }
     case FieldType::Double:
       return NumberForField(field, value);

@@ -96,8 +96,6 @@ void QuestionWriter::WriteAnswer() {
   sql_ = "SELECT ";
   if (query_.Form == QueryForm::Rows) {
     sql_ += "rowid";
-    question_.TiesOpen = query_.Order.size() == 1 && SameText(query_.Order[0].Field, "ETIME");
-    if (question_.TiesOpen) sql_ += ", ETIME";
     return;
   }
   const FieldDefinition& field = FieldNamed(query_.Field);
@@ -195,12 +193,7 @@ void QuestionWriter::WriteRowOrder() {
     descending = term.Descending;
     sql_ += FieldNamed(term.Field).Name + (descending ? " DESC, " : ", ");
   }
-  question_.Descending = descending;
-  if (question_.TiesOpen) {
-    sql_.resize(sql_.size() - 2);
-  } else {
-    sql_ += descending ? "rowid DESC" : "rowid";
-  }
+  sql_ += descending ? "rowid DESC" : "rowid";
 }
 
 // With a day to look in, the index finds its lines, and the plus keeps SQLite from walking the whole
@@ -218,8 +211,7 @@ bool IsPlainOrderOf(const Query& query, std::string_view field) {
 
 bool IsNumberTest(const Condition& condition, std::string_view field) {
   return condition.Test == Comparison::Equal && !condition.WholeDay &&
-         SameText(condition.Field, field) &&
-         condition.Operands[0].KindOf() == Value::Kind::Double;
+         SameText(condition.Field, field) && condition.Operands[0].KindOf() == Value::Kind::Double;
 }
 
 }  // namespace
@@ -249,7 +241,8 @@ std::optional<DayOfEmployee> AsDayOfEmployee(const Query& query) {
   if (!form) return {};
   const Condition& day = query.Where[0];
   const Condition& number = query.Where[1];
-  if (!day.WholeDay || !SameText(day.Field, "ETIME") || !IsNumberTest(number, "EMPL_NUMB")) return {};
+  if (!day.WholeDay || !SameText(day.Field, "ETIME") || !IsNumberTest(number, "EMPL_NUMB"))
+    return {};
   const double date = day.Operands[0].NumberOrZero();
   const double employee = number.Operands[0].NumberOrZero();
   if (date != std::floor(date) || std::abs(employee) > std::numeric_limits<float>::max()) return {};

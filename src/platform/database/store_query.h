@@ -17,11 +17,6 @@ struct StoreQuestion {
   std::string Sql;
   std::vector<Value> Parameters;
   FieldType Answer = FieldType::Double;  ///< of a Distinct, Max or Last
-
-  /// Rows in the order of ETIME alone: their second column is ETIME, and among equal moments they
-  /// come in any order. The index then serves the walk, and whoever reads it settles the ties.
-  bool TiesOpen = false;
-  bool Descending = false;  ///< with TiesOpen: the line entered last comes first
 };
 
 /// Selections give row ids. Among equals the line entered first comes first, or last where the last

@@ -63,8 +63,8 @@ class StoreRecordset : public WalkedRecordset {
   mutable std::uint64_t fields_change_ = 0;
 
   EditMode mode_ = EditMode::None;
-  RowChange edit_;               // the row, and the fields assigned so far
-  std::vector<Value> buffer_;    // all fields as the edit sees them
+  RowChange edit_;             // the row, and the fields assigned so far
+  std::vector<Value> buffer_;  // all fields as the edit sees them
 };
 
 }  // namespace ostrel

@@ -56,6 +56,10 @@ void Control::SetFocus() {
   Owner->SetFocus(*this);
 }
 
+void Control::Press() {
+  if (CanTakeFocus()) SetFocus();
+}
+
 namespace {
 
 [[noreturn]] void RefuseSelection(const std::string& name) {
@@ -134,6 +138,19 @@ void Button::Press() {
   if (!CanTakeFocus()) return;
   SetFocus();
   RaiseOn(*this, Click);
+}
+
+void OptionButton::Press() {
+  if (!CanTakeFocus()) return;
+  SetFocus();
+  if (Value) return RaiseOn(*this, Click);
+  Value = true;
+}
+
+void CheckBox::Press() {
+  if (!CanTakeFocus()) return;
+  SetFocus();
+  Value = Value == 0 ? 1 : 0;
 }
 
 OptionButton::OptionButton() {

@@ -58,6 +58,9 @@ class Control {
   /// throws  Failure 5 when the control cannot take the focus now
   void SetFocus();
 
+  /// The operator clicked it, or pressed its access key. Does nothing where it cannot take the focus.
+  virtual void Press();
+
   /// Called before the focus leaves the control: what is half typed is written now.
   virtual void FinishTyping() {}
 
@@ -151,17 +154,17 @@ class Button : public KeyControl {
   void Design(std::string name, std::string text, Place place) override;
   Property<std::string> Caption{*this};
   std::function<void()> Click;
-  /// The operator pressed it: takes the focus if it can, then raises Click.
-  void Press();
+  void Press() override;
 };
 
 /// One of several in the same frame, of which one at most is set. A change to set raises Click,
-/// whether the operator made it or a routine.
+/// whether the operator made it or a routine; pressing one that is set raises it too.
 class OptionButton : public Control {
  public:
   OptionButton();
   void Design(std::string name, std::string text, Place place) override;
   bool TakesFocus() const override { return true; }
+  void Press() override;
   Property<std::string> Caption{*this};
   Property<bool> Value{*this};
   std::function<void()> Click;
@@ -173,6 +176,7 @@ class CheckBox : public Control {
   CheckBox();
   void Design(std::string name, std::string text, Place place) override;
   bool TakesFocus() const override { return true; }
+  void Press() override;
   Property<std::string> Caption{*this};
   Property<int> Value{*this};
   std::function<void()> Click;

@@ -32,17 +32,4 @@ Control* AccessKeyOwner(const Form& form, char letter) {
   return nullptr;
 }
 
-void Operate(Control& control) {
-  if (auto* button = dynamic_cast<Button*>(&control)) {
-    button->Press();
-    return;
-  }
-  control.SetFocus();
-  if (auto* option = dynamic_cast<OptionButton*>(&control)) {
-    option->Value = true;
-  } else if (auto* check = dynamic_cast<CheckBox*>(&control)) {
-    check->Value = check->Value == 0 ? 1 : 0;
-  }
-}
-
 }  // namespace ostrel

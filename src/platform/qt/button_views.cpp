@@ -20,7 +20,7 @@ void SetUp(QAbstractButton& widget, Control& control, const Surface& surface) {
   widget.setFocusPolicy(Qt::NoFocus);
   surface.Input.Watch(widget, control);
   QObject::connect(&widget, &QAbstractButton::clicked, &widget,
-                   [&control, surface] { surface.Edge.Run([&] { Operate(control); }); });
+                   [&control, surface] { surface.Edge.Run([&] { control.Press(); }); });
 }
 
 void FollowCaption(QAbstractButton& widget, const std::string& caption) {
@@ -112,7 +112,7 @@ void OptionButtonView::StepThroughGroup(int step) {
   if (own == group.end()) return;
   const auto count = static_cast<std::ptrdiff_t>(group.size());
   const std::ptrdiff_t place = (own - group.begin() + step + count) % count;
-  surface_.Edge.Run([&] { Operate(*group[static_cast<std::size_t>(place)]); });
+  surface_.Edge.Run([&] { group[static_cast<std::size_t>(place)]->Press(); });
 }
 
 void OptionButtonView::paintEvent(QPaintEvent* /*event*/) {

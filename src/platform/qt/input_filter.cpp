@@ -55,7 +55,7 @@ bool InputFilter::BeforeKey(const QKeyEvent& event) {
   }
   Control* owner = AccessKeyOwner(form_, event);
   if (owner == nullptr) return false;
-  edge_.Run([&] { Operate(*owner); });
+  edge_.Run([&] { owner->Press(); });
   return true;
 }
 

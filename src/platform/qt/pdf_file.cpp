@@ -2,8 +2,11 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace ostrel {
+
+PdfFile::PdfFile(NewFile file) : file_(std::move(file)) { open(WriteOnly | Unbuffered); }
 
 PdfFile::~PdfFile() {
   if (kept_) return;

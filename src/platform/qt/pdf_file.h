@@ -15,7 +15,7 @@ namespace ostrel {
 /// asks.
 class PdfFile : public QIODevice {
  public:
-  explicit PdfFile(NewFile file) : file_(std::move(file)) {}
+  explicit PdfFile(NewFile file);
   ~PdfFile() override;  ///< removes the file unless Keep was called
 
   /// throws  the failure of an earlier write
