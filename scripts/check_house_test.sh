@@ -9,14 +9,17 @@ trap 'rm -rf "$tree"' EXIT
 # sound_tree: a tree that keeps every rule.
 sound_tree() {
     rm -rf "$tree"
-    mkdir -p "$tree"/{src/platform/{values,qt},src/{entry,frame},tests/window,bench,fuzz,sample}
+    mkdir -p "$tree"/{src/platform/{values,qt},src/{entry,frame},tests/window,bench,fuzz,sample,docs}
     cat >"$tree/src/entry/save.cpp" <<'CODE'
 #include "entry/save.h"
 void Save() {
   FailureTail statement{ScannerModule, "Save"};
   statement(10, [] {});
+  const auto showSum = [&](std::int32_t line) { statement(line, [] {}); };
+  showSum(12);
   statement(20, [] {});  // statement(20, is only mentioned here
 }
+bool At(std::int32_t line, bool first);
 void GoHome(std::int32_t line) {
   statement(line, [] {});
 }
@@ -27,8 +30,10 @@ void CountPart(const FailureTail& statement) {
 void Count() {
   const FailureTail statement(PrinModule, "Count");
   statement(10, [] {});
-  statement(
-      20, [] {});
+  for (bool on = At(15, true); on; on = At(25, false)) {
+    statement(
+        20, [] {});
+  }
 }
 CODE
     printf '#pragma once\n#include "frame/state.h"\n' >"$tree/src/entry/save.h"
@@ -70,6 +75,9 @@ breach statement-numbers src/entry/other.cpp \
     'SilentTail statement{PrinModule, "A"}; statement(40, f); statement(30, f);'
 breach statement-numbers src/entry/save.cpp '  Say(statement, 5);'
 breach statement-numbers src/entry/save.cpp '  GoHome(5);'
+breach statement-numbers src/entry/other.cpp \
+    'FailureTail statement{PrinModule, "A"}; statement(25, f);'
+breach statement-numbers src/entry/save.cpp '  showSum(12);'
 breach no-swallowed-failures src/entry/save.cpp '} catch (...) {'
 breach no-sleeping-tests tests/save_test.cpp 'std::this_thread::sleep_for(1ms);'
 breach headers-once tests/support.h '#include <string>'

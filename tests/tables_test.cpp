@@ -15,7 +15,7 @@
 namespace ostrel {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 std::string Rendered(const Value& value) {
   if (value.IsNull()) return "~";

@@ -93,7 +93,7 @@ std::string PieceworkRecord() {
 
 /// The record of the current line, or the empty text where the line is none of the office's business.
 std::string RecordOfEvent() {
-  const std::string& type = FieldOf("EVENT_TYPE").Characters();
+  const std::string type = FieldOf("EVENT_TYPE").Characters();
   if (type == "I" && NumberOf("HOURS") != 0) return HoursRecord();
   return type == "P" ? PieceworkRecord() : std::string();
 }

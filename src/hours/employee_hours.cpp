@@ -141,13 +141,21 @@ void SpreadHours(const Period& period) {
   } while (StepOn(4470));
 }
 
-/// Hours of a period paid by the hour go to its clock-in; where piecework exists they go to that.
-void RewritePeriod(Period& period) {
-  statement(4300, [&] { period.Hours = HoursDiff(period.InTime, period.OutTime); });
-  statement(4310, [&] { LinesRs.SetBookmark(period.ClockIn); });
+void RewriteClockIn(const Period& period) {
   statement(4320, [] { LinesRs.Edit(); });
   statement(4330, [&] { LinesRs["HOURS"] = period.PieceGross != 0 ? 0.0 : period.Hours; });
   statement(4340, [] { LinesRs.Update(); });
+}
+
+/// Hours of a period paid by the hour go to its clock-in; where piecework exists they go to that.
+void RewritePeriod(Period& period) {
+  statement(4300, [&] { period.Hours = HoursDiff(period.InTime, period.OutTime); });
+  bool onClockIn = false;
+  statement(4310, [&] {
+    LinesRs.SetBookmark(period.ClockIn);
+    onClockIn = true;
+  });
+  if (onClockIn) RewriteClockIn(period);
   if (period.PieceGross != 0) SpreadHours(period);
 }
 

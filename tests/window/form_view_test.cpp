@@ -285,12 +285,33 @@ TEST_F(FormViewTest, OptionButtonsFollowTheFormOnly) {
   EXPECT_TRUE(static_cast<QAbstractButton&>(view->WidgetOf(in)).isChecked());
 }
 
-TEST_F(FormViewTest, ABoxThatIsDisabledWithTheFocusMovesNothing) {
+TEST_F(FormViewTest, ABoxDisabledUnderTheFocusHandsItOnAfterTheEvent) {
   Show();
-  edge.Run([this] { first.Enabled = false; });
-  EXPECT_EQ(Focus(), "first");
-  edge.Run([this] { second.SetFocus(); });
-  EXPECT_TRUE(view->WidgetOf(second).hasFocus());
+  edge.Run([this] {
+    first.Enabled = false;
+    EXPECT_EQ(Focus(), "first");
+  });
+  EXPECT_EQ(Focus(), "second");
+  edge.Run([this] {
+    second.Enabled = false;
+    check.SetFocus();
+  });
+  EXPECT_EQ(Focus(), "check");
+  EXPECT_TRUE(view->WidgetOf(check).hasFocus());
+}
+
+TEST_F(FormViewTest, SelectedTextIsReplaced) {
+  Show();
+  Press(Qt::Key_End);
+  Press(Qt::Key_Left, Qt::ShiftModifier);
+  Press(Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_EQ(first.SelText(), "25");
+  Press(Qt::Key_Alt, Qt::AltModifier);
+  desktop.SetClipboardText("7");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(first.Text, "17");
+  Press(Qt::Key_Q, Qt::AltModifier);
+  EXPECT_EQ(first.Text, "17") << "an access key that nothing answers to types nothing";
 }
 
 TEST_F(FormViewTest, EveryBoxTakesWhateverIsPasted) {

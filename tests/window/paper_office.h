@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <string>
 
+#include "frame/app_state.h"
 #include "platform/qt/qt_printing.h"
 #include "platform/qt/qt_text.h"
 #include "support/payroll.h"

@@ -3,6 +3,7 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <ranges>
 #include <string>
 
 #include "platform/values/dates.h"
@@ -29,8 +30,8 @@ std::string_view CutBlanks(std::string_view raw) {
 
 std::uint64_t LittleEndian(std::string_view raw) {
   std::uint64_t number = 0;
-  for (auto byte = raw.rbegin(); byte != raw.rend(); ++byte) {
-    number = number << 8 | static_cast<unsigned char>(*byte);
+  for (const char byte : std::ranges::reverse_view(raw)) {
+    number = number << 8 | static_cast<unsigned char>(byte);
   }
   return number;
 }

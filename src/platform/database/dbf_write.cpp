@@ -68,7 +68,7 @@ std::string TypedBytes(const DbfField& field, double number) {
 
 /// The number as the field's type writes it; as many bytes as the field has.
 std::string FieldBytes(const DbfField& field, double number) {
-  const std::string bytes = TypedBytes(field, number);
+  std::string bytes = TypedBytes(field, number);
   if (!DbfNumericField(field.Type, bytes)) {
     throw Failure(failure_number::kFieldConversion,
                   "Data type conversion error: the field " + field.Name + " holds no numbers.");

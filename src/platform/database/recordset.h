@@ -18,8 +18,10 @@
 //   Update after AddNew     the row that was current before AddNew; the new row stands last in the
 //                           keyset, whatever the order of the selection
 //   Edit, Update after Edit unchanged: the row keeps its place even if its order value changed
-//   Update that fails       unchanged, and the edit is still open, so that Update can be tried again
-//   Delete                  none; MoveNext goes to the row behind the deleted one
+//   Update that fails       unchanged, and the edit is still open, so that Update can be tried again;
+//                           a new line is never stored twice by that
+//   Delete                  none; MoveNext goes to the row behind the deleted one. To delete a row
+//                           that is gone already is no failure
 //   SetBookmark             the row of the bookmark; Failure 3167 if it has been deleted
 //   Seek                    the row found; with NoMatch() none
 // Reading a field with no current row: Failure 3021. Assigning with no edit under way: Failure 3020.

@@ -53,13 +53,15 @@ void BindFields(SqliteStatement& statement, const RowChange& change) {
   for (const Value& value : change.Values) statement.Bind(parameter++, value);
 }
 
-/// Notes the id that an insert has given, whether it then succeeds or is undone.
+/// Notes the id that an insert has given, whether it then stands or is undone.
 class LastInsertedRow {
  public:
   LastInsertedRow(sqlite3* handle, Bookmark& row) : handle_(handle), row_(row) {
     sqlite3_set_last_insert_rowid(handle_, 0);
   }
-  ~LastInsertedRow() { row_ = sqlite3_last_insert_rowid(handle_); }
+  ~LastInsertedRow() {
+    if (const Bookmark row = sqlite3_last_insert_rowid(handle_); row != 0) row_ = row;
+  }
   LastInsertedRow(const LastInsertedRow&) = delete;
   LastInsertedRow& operator=(const LastInsertedRow&) = delete;
 

@@ -127,7 +127,10 @@ bool SqliteConnection::FileHasMoved() const {
 
 SqliteStatement& SqliteConnection::Question(std::string_view sql) {
   const auto kept = questions_.find(sql);
-  if (kept != questions_.end()) return kept->second;
+  if (kept != questions_.end()) {
+    kept->second.Reset();
+    return kept->second;
+  }
   if (questions_.size() >= kMostQuestionsKept) questions_.clear();
   preparing_question_ = true;
   const FlagReset done(preparing_question_);

@@ -50,7 +50,7 @@ const std::vector<Bookmark>& StoreRecordset::Rows() const {
 
 void StoreRecordset::MoveTo(std::size_t row) {
   mode_ = EditMode::None;
-  fields_row_ = 0;
+  if (!store_->Connection().InTransaction()) read_.clear();
   WalkedRecordset::MoveTo(row);
 }
 
@@ -58,23 +58,32 @@ void StoreRecordset::SetBookmark(Bookmark bookmark) {
   const auto& rows = Rows();
   const auto found = std::find(rows.begin(), rows.end(), bookmark);
   if (found == rows.end()) RefuseDeletedRow();
+  const bool known = read_.contains(bookmark) && read_change_ == store_->Writes().Changes() &&
+                     store_->Connection().InTransaction();
   std::vector<Value> fields;
-  if (!store_->ReadRow(bookmark, fields)) RefuseDeletedRow();
+  if (!known && !store_->ReadRow(bookmark, fields)) RefuseDeletedRow();
   MoveTo(static_cast<std::size_t>(found - rows.begin()));
-  fields_ = std::move(fields);
-  fields_row_ = bookmark;
-  fields_change_ = store_->Writes().Changes();
+  if (!known) Room(bookmark) = std::move(fields);
+}
+
+/// A place for a row that has just been read.
+std::vector<Value>& StoreRecordset::Room(Bookmark row) const {
+  constexpr std::size_t mostRows = 1000;
+  const std::uint64_t change = store_->Writes().Changes();
+  if (read_change_ != change || read_.size() >= mostRows) read_.clear();
+  read_change_ = change;
+  return read_[row];
 }
 
 const std::vector<Value>& StoreRecordset::CurrentFields() const {
   const Bookmark row = Rows()[CurrentRow()];
-  const std::uint64_t change = store_->Writes().Changes();
-  if (fields_row_ == row && fields_change_ == change) return fields_;
-  fields_row_ = 0;
-  if (!store_->ReadRow(row, fields_)) RefuseDeletedRow();
-  fields_row_ = row;
-  fields_change_ = change;
-  return fields_;
+  if (read_change_ == store_->Writes().Changes()) {
+    const auto read = read_.find(row);
+    if (read != read_.end()) return read->second;
+  }
+  std::vector<Value> fields;
+  if (!store_->ReadRow(row, fields)) RefuseDeletedRow();
+  return Room(row) = std::move(fields);
 }
 
 void StoreRecordset::BeginEdit(EditMode mode, Bookmark row, std::vector<Value> fields) {
@@ -93,7 +102,7 @@ void StoreRecordset::Edit() {
   RefuseReadOnly(*store_);
   const Bookmark row = Rows()[CurrentRow()];
   // Another program may have changed the row, unless an open commit keeps it out.
-  if (!store_->Connection().InTransaction()) fields_row_ = 0;
+  if (!store_->Connection().InTransaction()) read_.clear();
   BeginEdit(EditMode::InProgress, row, CurrentFields());
 }
 
@@ -114,11 +123,12 @@ void StoreRecordset::Update() {
   const std::uint64_t before = store_->Writes().Changes();
   WriteEdit();
   if (mode_ == EditMode::Add) rows_.push_back(edit_.Row);
-  // With this write alone between, what was read for the edit and then changed is the row now.
+  // With this write alone between, what was read for the edit and then changed is the row now, and
+  // all other rows are as they were.
   const std::uint64_t now = store_->Writes().Changes();
-  if (fields_row_ == edit_.Row && fields_change_ == before && now == before + 1) {
-    fields_ = std::move(buffer_);
-    fields_change_ = now;
+  if (mode_ == EditMode::InProgress && read_change_ == before && now == before + 1) {
+    read_[edit_.Row] = std::move(buffer_);
+    read_change_ = now;
   }
   mode_ = EditMode::None;
 }

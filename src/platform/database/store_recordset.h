@@ -5,6 +5,7 @@
 // has been written; what another program writes shows when the row is next moved to or edited.
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/database/store.h"
@@ -50,6 +51,7 @@ class StoreRecordset : public WalkedRecordset {
  private:
   const std::vector<Bookmark>& Rows() const;
   const std::vector<Value>& CurrentFields() const;
+  std::vector<Value>& Room(Bookmark row) const;
   void BeginEdit(EditMode mode, Bookmark row, std::vector<Value> fields);
   void WriteEdit();
 
@@ -57,10 +59,10 @@ class StoreRecordset : public WalkedRecordset {
   mutable std::vector<Bookmark> rows_;
   mutable Bookmark unlisted_ = 0;  // rows up to this id are still to be listed before rows_
 
-  // The current row as last read, good while the store's change count stands.
-  mutable std::vector<Value> fields_;
-  mutable Bookmark fields_row_ = 0;
-  mutable std::uint64_t fields_change_ = 0;
+  // Rows as last read, good while the store's change count stands: the current row, and while an
+  // open commit keeps other programs out, the rows read before it as well.
+  mutable std::unordered_map<Bookmark, std::vector<Value>> read_;
+  mutable std::uint64_t read_change_ = 0;
 
   EditMode mode_ = EditMode::None;
   RowChange edit_;             // the row, and the fields assigned so far

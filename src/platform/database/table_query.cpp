@@ -4,8 +4,9 @@
 #include <cmath>
 #include <compare>
 #include <numeric>
+#include <ranges>
+#include <set>
 #include <string>
-#include <utility>
 
 #include "platform/failure.h"
 #include "platform/values/text.h"
@@ -69,22 +70,30 @@ void KeepRowsThatHold(const DbfTable& table, const Condition& condition,
   std::erase_if(rows, [&](std::uint32_t row) { return !Holds(condition, table.At(row, column)); });
 }
 
+struct Before {
+  bool operator()(const Value& a, const Value& b) const { return Compare(a, b) < 0; }
+};
+
+std::vector<std::uint32_t> RowsThatHold(const DbfTable& table, const Query& query) {
+  std::vector<std::uint32_t> rows(table.RowCount());
+  std::iota(rows.begin(), rows.end(), 0U);
+  for (const Condition& condition : query.Where) KeepRowsThatHold(table, condition, rows);
+  return rows;
+}
+
 void SortRows(const DbfTable& table, const OrderTerm& term, std::vector<std::uint32_t>& rows) {
   const std::size_t column = Column(table, term.Field);
+  std::vector<Value> keys(table.RowCount());  // a comparison must not decode the field again
+  for (const std::uint32_t row : rows) keys[row] = table.At(row, column);
   std::stable_sort(rows.begin(), rows.end(), [&](std::uint32_t a, std::uint32_t b) {
-    const auto order = Compare(table.At(a, column), table.At(b, column));
-    return term.Descending ? order > 0 : order < 0;
+    return term.Descending ? Before()(keys[b], keys[a]) : Before()(keys[a], keys[b]);
   });
 }
 
-std::vector<Value> Distinct(std::vector<Value> values) {
-  std::stable_sort(values.begin(), values.end(),
-                   [](const Value& a, const Value& b) { return Compare(a, b) < 0; });
-  const auto repeated = std::unique(values.begin(), values.end(), [](const auto& a, const auto& b) {
-    return Compare(a, b) == std::partial_ordering::equivalent;
-  });
-  values.erase(repeated, values.end());
-  return values;
+std::vector<Value> Distinct(const std::vector<Value>& values) {
+  // A set beats sorting, since few of many values differ: 40 crews among 20,000 employees.
+  const std::set<Value, Before> distinct(values.begin(), values.end());
+  return {distinct.begin(), distinct.end()};
 }
 
 Value Sum(const std::vector<Value>& values, const std::string& field) {
@@ -97,8 +106,7 @@ Value Sum(const std::vector<Value>& values, const std::string& field) {
 }
 
 Value Max(const std::vector<Value>& values) {
-  const auto max = std::max_element(values.begin(), values.end(),
-                                    [](const auto& a, const auto& b) { return Compare(a, b) < 0; });
+  const auto max = std::max_element(values.begin(), values.end(), Before());
   return max == values.end() ? Value() : *max;
 }
 
@@ -110,11 +118,9 @@ Value Count(const std::vector<Value>& values) {
 }  // namespace
 
 std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query) {
-  std::vector<std::uint32_t> rows(table.RowCount());
-  std::iota(rows.begin(), rows.end(), 0U);
-  for (const Condition& condition : query.Where) KeepRowsThatHold(table, condition, rows);
-  for (auto term = query.Order.rbegin(); term != query.Order.rend(); ++term) {
-    SortRows(table, *term, rows);
+  std::vector<std::uint32_t> rows = RowsThatHold(table, query);
+  for (const OrderTerm& term : std::ranges::reverse_view(query.Order)) {
+    SortRows(table, term, rows);
   }
   return rows;
 }
@@ -122,10 +128,12 @@ std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query)
 std::vector<Value> Answer(const DbfTable& table, const Query& query) {
   const std::size_t column = Column(table, query.Field);
   std::vector<Value> values;
-  for (const std::uint32_t row : SelectRows(table, query)) values.push_back(table.At(row, column));
+  const std::vector<std::uint32_t> rows = RowsThatHold(table, query);
+  values.reserve(rows.size());
+  for (const std::uint32_t row : rows) values.push_back(table.At(row, column));
   switch (query.Form) {
     case QueryForm::Distinct:
-      return Distinct(std::move(values));
+      return Distinct(values);
     case QueryForm::Sum:
       return {Sum(values, query.Field)};
     case QueryForm::Max:

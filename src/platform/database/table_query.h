@@ -19,8 +19,8 @@ namespace ostrel {
 ///           compared with a number or the other way round
 std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query);
 
-/// The one column of a Distinct or aggregate query. Distinct values come in ascending order; Sum,
-/// Max and Last over no rows are one Null.
+/// The one column of a Distinct or aggregate query. Distinct values come in ascending order; Last is
+/// the last row of the file that passes; Sum, Max and Last over no rows are one Null.
 ///   throws  as SelectRows; 3421 for the sum of a field that is no number
 std::vector<Value> Answer(const DbfTable& table, const Query& query);
 

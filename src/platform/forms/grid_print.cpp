@@ -16,7 +16,7 @@ namespace {
 // Twips.
 constexpr int kRowHeight = 270;
 constexpr int kBelowHeader = 120;
-constexpr int kCellPadding = 24;  // on either side of a cell's text
+constexpr int kCellPadding = 30;  // on either side of a cell's text
 
 struct PrintedColumn {
   const Column* Source;

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <limits>
@@ -60,19 +61,23 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-/// While a box is up the pointer is an arrow, also in the midst of a long command.
-class ArrowPointer {
+/// While a box is up the pointer is an arrow, also in the midst of a long command; afterwards the
+/// keyboard goes back to the window that had it, which not every window manager sees to.
+class BoxTime {
  public:
-  ArrowPointer() : waiting_(QApplication::overrideCursor() != nullptr) {
+  BoxTime()
+      : owner_(QApplication::activeWindow()), waiting_(QApplication::overrideCursor() != nullptr) {
     if (waiting_) QApplication::setOverrideCursor(Qt::ArrowCursor);
   }
-  ~ArrowPointer() {
+  ~BoxTime() {
     if (waiting_) QApplication::restoreOverrideCursor();
+    if (owner_ != nullptr) owner_->activateWindow();
   }
-  ArrowPointer(const ArrowPointer&) = delete;
-  ArrowPointer& operator=(const ArrowPointer&) = delete;
+  BoxTime(const BoxTime&) = delete;
+  BoxTime& operator=(const BoxTime&) = delete;
 
  private:
+  QPointer<QWidget> owner_;
   bool waiting_;
 };
 
@@ -164,19 +169,19 @@ class InputDialog : public QDialog {
 }  // namespace
 
 BoxAnswer RunMessageBox(const MessageBoxRequest& request) {
-  const ArrowPointer arrow;
+  const BoxTime up;
   return MessageBox(request).Ask();
 }
 
 std::string RunInputBox(const std::string& prompt, const std::string& title,
                         const std::string& offered) {
-  const ArrowPointer arrow;
+  const BoxTime up;
   return InputDialog(prompt, title, offered).Ask();
 }
 
 /// The toolkit's own dialog: it matches patterns without regard to case on every system.
 std::string RunOpenFile(const OpenFileRequest& request) {
-  const ArrowPointer arrow;
+  const BoxTime up;
   const QString filter = ToQt(request.FilterName + " (" + request.FilterPattern + ")");
   QFileDialog dialog(QApplication::activeWindow(), ToQt(request.Title), ToQt(request.Folder),
                      filter);

@@ -18,15 +18,22 @@ void EventEdge::RunGuarded(const std::function<void()>& action) {
   }
 }
 
-void EventEdge::Run(const std::function<void()>& event) {
-  ++depth_;
-  RunGuarded(event);
-  while (depth_ == 1 && !posted_.empty()) {
+void EventEdge::RunPosted() {
+  while (!posted_.empty()) {
     const std::function<void()> action = std::move(posted_.front());
     posted_.pop_front();
     RunGuarded(action);
   }
-  if (depth_ == 1) RunGuarded(Afterwards);
+}
+
+void EventEdge::Run(const std::function<void()>& event) {
+  ++depth_;
+  RunGuarded(event);
+  if (depth_ == 1) {
+    RunPosted();
+    RunGuarded(Afterwards);
+    RunPosted();
+  }
   --depth_;
 }
 

@@ -31,6 +31,7 @@ class EventEdge {
 
  private:
   void RunGuarded(const std::function<void()>& action);
+  void RunPosted();
 
   std::deque<std::function<void()>> posted_;
   QObject context_;  // a queued call dies with the edge

@@ -123,9 +123,12 @@ void FormView::FocusMoved(Control& control) {
   ViewOf(control).FocusTarget().setFocus(Qt::OtherFocusReason);
 }
 
-/// The menu bar keeps the keyboard for as long as it has it.
+/// A control that an event has disabled or hidden under the focus hands it on. The menu bar keeps
+/// the keyboard for as long as it has it.
 void FormView::FollowFocus() {
   Control* active = form_.ActiveControl();
+  if (active != nullptr && form_.Visible && !active->CanTakeFocus()) form_.FocusNext(true);
+  active = form_.ActiveControl();
   if (active == nullptr || menuBar()->hasFocus()) return;
   QWidget& target = ViewOf(*active).FocusTarget();
   if (!target.hasFocus()) target.setFocus(Qt::OtherFocusReason);
@@ -138,6 +141,7 @@ void FormView::FormChanged() {
   if (form_.Visible == isVisible()) return;
   if (form_.Visible) PlaceWindow();
   setVisible(form_.Visible);
+  if (form_.Visible) activateWindow();  // shortcuts need it where no window manager does it
 }
 
 void FormView::Unloaded() {

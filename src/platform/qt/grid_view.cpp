@@ -20,6 +20,17 @@ namespace ostrel {
 namespace {
 constexpr int kBackspace = 8, kBlank = 32;
 constexpr int kScrollBarTwips = 240;
+constexpr int kOutOfSight = 100000;  // pixels
+
+/// As wide as the form's scale asks, since the toolkit knows but one width.
+class ScaledScrollBar : public QScrollBar {
+ public:
+  explicit ScaledScrollBar(int width) : QScrollBar(Qt::Vertical), width_(width) {}
+  QSize sizeHint() const override { return {width_, QScrollBar::sizeHint().height()}; }
+
+ private:
+  int width_;
+};
 }  // namespace
 
 GridView::GridView(Grid& grid, const Surface& surface, QWidget* parent)
@@ -28,7 +39,7 @@ GridView::GridView(Grid& grid, const Surface& surface, QWidget* parent)
   setFocusPolicy(Qt::NoFocus);
   setAttribute(Qt::WA_InputMethodEnabled);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  verticalScrollBar()->setFixedWidth(std::max(10, surface.Scale.Pixels(kScrollBarTwips)));
+  setVerticalScrollBar(new ScaledScrollBar(surface.Scale.Pixels(kScrollBarTwips)));
   editor_ = new GridCellEditor(
       grid, surface, [this](int rows) { MoveBy(rows, 0); }, viewport());
   surface.Input.Watch(*this, grid);
@@ -97,18 +108,19 @@ void GridView::FollowRows() {
   verticalScrollBar()->setRange(0, std::max(0, RowCount() - whole));
 }
 
+/// Scrolled away, the editor keeps the keyboard.
 void GridView::FollowEditor() {
   const GridGeometry geometry = Geometry();
   const int index = geometry.IndexOf(grid_.Col);
-  const std::ptrdiff_t line = CurrentRow() - FirstRow();
-  const bool inSight = line >= 0 && line <= geometry.WholeRows();
-  if (!grid_.Editing || index < 0 || !inSight) {
+  if (!grid_.Editing || index < 0) {
     editor_->hide();
     return;
   }
+  const std::ptrdiff_t line = CurrentRow() - FirstRow();
+  const bool inSight = line >= 0 && line <= geometry.WholeRows();
+  const QRect row = geometry.Line(inSight ? static_cast<int>(line) : kOutOfSight);
   const ColumnSpan& span = geometry.Columns[static_cast<std::size_t>(index)];
-  editor_->Follow(
-      geometry.Cell(geometry.Line(static_cast<int>(line)), span).adjusted(0, 0, -1, -1));
+  editor_->Follow(geometry.Cell(row, span).adjusted(0, 0, -1, -1));
 }
 
 void GridView::BringIntoView(std::ptrdiff_t row) {

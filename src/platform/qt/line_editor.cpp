@@ -13,7 +13,13 @@ namespace ostrel {
 
 namespace {
 constexpr int kBackspace = 8, kBlank = 32;
+
+/// An access key that nothing answers to, which the toolkit would type as a letter.
+bool IsAltKey(const QKeyEvent& event) {
+  return IsCommandKey(event) && event.modifiers().testFlag(Qt::AltModifier);
 }
+
+}  // namespace
 
 LineEditor::LineEditor(KeyControl& control, const Surface& surface, QWidget* parent)
     : QLineEdit(parent), control_(control), surface_(surface) {
@@ -79,7 +85,7 @@ void LineEditor::HandleKey(QKeyEvent& event) {
   if (UseKey(event)) return;
   if (character != 0 && (character != typed || character >= kBlank)) {
     TypeCharacter(character);
-  } else if (character != key::kEnter && character != key::kEscape) {
+  } else if (character != key::kEnter && character != key::kEscape && !IsAltKey(event)) {
     QLineEdit::keyPressEvent(&event);
   }
 }

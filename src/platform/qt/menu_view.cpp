@@ -15,7 +15,7 @@ MenuView::MenuView(const Form& form, EventEdge& edge, QMenuBar& bar, const QFont
       actions_.insert(item, menu->menuAction());
     } else {
       QMenu* menu = actions_.value(item->Menu)->menu();
-      QAction* action = menu->addAction(ToQt(item->Caption));
+      QAction* action = menu->addAction(QString());
       actions_.insert(item, action);
       Tie(*item, *action, edge);
     }
@@ -36,7 +36,7 @@ void MenuView::Tie(const MenuItem& item, QAction& action, EventEdge& edge) {
 
 void MenuView::Follow(const MenuItem& item) {
   QAction* action = actions_.value(&item);
-  action->setText(ToQt(item.Caption));
+  if (!action->isSeparator()) action->setText(ToQt(item.Caption));
   action->setCheckable(item.Checked);
   action->setChecked(item.Checked);
   action->setVisible(item.Visible);
