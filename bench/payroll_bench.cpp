@@ -49,10 +49,13 @@ void Save(benchmark::State& state) {
 /// A day of 200 employees: each clocks in, does 23 pieces of work and clocks out.
 void MakeBigDay(const RawStore& raw) {
   raw.Run("DELETE FROM OstrelPr WHERE ETIME >= 38152");
-  raw.Run("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < 5000) "
-          "INSERT INTO OstrelPr SELECT 101 + i % 200, 'EMPLOYEE', 38152 + (420 + i / 200 * 20) / 1440.0, NULL, "
-          "CASE i / 200 WHEN 0 THEN 'I' WHEN 24 THEN 'O' ELSE 'P' END, i % 7 * 12.5 + 1, 'BOX', 1, i % 5, 3, "
-          "'block', 0.27, NULL, NULL, NULL FROM n");
+  raw.Run(
+      "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < 5000) "
+      "INSERT INTO OstrelPr SELECT 101 + i % 200, 'EMPLOYEE', 38152 + (420 + i / 200 * 20) / "
+      "1440.0, NULL, "
+      "CASE i / 200 WHEN 0 THEN 'I' WHEN 24 THEN 'O' ELSE 'P' END, i % 7 * 12.5 + 1, 'BOX', 1, i % "
+      "5, 3, "
+      "'block', 0.27, NULL, NULL, NULL FROM n");
 }
 
 std::vector<std::int64_t> RowsOfDay(const RawStore& raw) {
@@ -74,7 +77,8 @@ void HoursOfADay(benchmark::State& state) {
 void WriteFlushed(const std::string& path, std::size_t bytes) {
   const std::string content(bytes, 'x');
   const int file = open(path.c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600);
-  if (write(file, content.data(), content.size()) < 0 || fsync(file) != 0 || close(file) != 0) std::abort();
+  if (write(file, content.data(), content.size()) < 0 || fsync(file) != 0 || close(file) != 0)
+    std::abort();
 }
 
 void ImportFile(benchmark::State& state) {
@@ -114,11 +118,34 @@ void ViewOfAllDatesAlone(benchmark::State& state) {
       state, [&] { benchmark::DoNotOptimize(ListRowsByTime(raw)); }, [] { Data1.Refresh(); });
 }
 
-BENCHMARK(Save)->Arg(7000)->Arg(250000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(300);
-BENCHMARK(HoursOfADay)->Arg(7000)->Arg(250000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
-BENCHMARK(ImportFile)->Arg(7000)->Arg(250000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
-BENCHMARK(ViewOfAllDatesAlone)->Arg(250000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
-BENCHMARK(ViewOfAllDates)->Arg(250000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
+BENCHMARK(Save)
+    ->Arg(7000)
+    ->Arg(250000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(300);
+BENCHMARK(HoursOfADay)
+    ->Arg(7000)
+    ->Arg(250000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(15);
+BENCHMARK(ImportFile)
+    ->Arg(7000)
+    ->Arg(250000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(15);
+BENCHMARK(ViewOfAllDatesAlone)
+    ->Arg(250000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(15);
+BENCHMARK(ViewOfAllDates)
+    ->Arg(250000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(15);
 
 }  // namespace
 }  // namespace ostrel

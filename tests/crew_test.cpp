@@ -15,15 +15,30 @@ TEST(ClockInACrew, SavesTheFormOnceForEachMember) {
     const char* shown;
     const char* lines;
   } cases[] = {
-      {"Crew#2", "2", "2 -> 2\n[i] Clock In a Crew |  3 employees in Crew#2 have been clocked in. | Ok -> Ok",
+      {"Crew#2", "2",
+       "2 -> 2\n[i] Clock In a Crew |  3 employees in Crew#2 have been clocked in. | Ok -> Ok",
        "101 I 10:42 am|125 I 10:42 am|130 I 10:42 am"},
-      {"north # 1", "1a", "1 -> 1a\n[i] Clock In a Crew |  1 employees in Crew#1 have been clocked in. | Ok -> Ok",
+      {"north # 1", "1a",
+       "1 -> 1a\n[i] Clock In a Crew |  1 employees in Crew#1 have been clocked in. | Ok -> Ok",
        "140 I 10:42 am"},
-      {"none", "0", "0 -> 0\n[i] Clock In a Crew | No Crew Number specified.\\rAborting job step. | Ok -> Ok", ""},
-      {"#", "", "0 -> \n[i] Clock In a Crew | No Crew Number specified.\\rAborting job step. | Ok -> Ok", ""},
-      {"#-2", "-2", "-2 -> -2\n[i] Clock In a Crew | No Employees on Crew Number -2\\rAborting job step. | Ok -> Ok", ""},
-      {"#2", "3", "2 -> 3\n[i] Clock In a Crew | No Employees on Crew Number 3\\rAborting job step. | Ok -> Ok", ""},
-      {"#.5", ".5", "0.5 -> .5\n[i] Clock In a Crew | No Employees on Crew Number 0.5\\rAborting job step. | Ok -> Ok", ""},
+      {"none", "0",
+       "0 -> 0\n[i] Clock In a Crew | No Crew Number specified.\\rAborting job step. | Ok -> Ok",
+       ""},
+      {"#", "",
+       "0 -> \n[i] Clock In a Crew | No Crew Number specified.\\rAborting job step. | Ok -> Ok",
+       ""},
+      {"#-2", "-2",
+       "-2 -> -2\n[i] Clock In a Crew | No Employees on Crew Number -2\\rAborting job step. | Ok "
+       "-> Ok",
+       ""},
+      {"#2", "3",
+       "2 -> 3\n[i] Clock In a Crew | No Employees on Crew Number 3\\rAborting job step. | Ok -> "
+       "Ok",
+       ""},
+      {"#.5", ".5",
+       "0.5 -> .5\n[i] Clock In a Crew | No Employees on Crew Number 0.5\\rAborting job step. | Ok "
+       "-> Ok",
+       ""},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.answer);
@@ -62,9 +77,11 @@ TEST(DayCommands, WriteOneLineForEachEmployeeClockedIn) {
     const std::string title = test.menu.Caption;
     const std::string question =
         "[?] " + title + " | " + test.prompt + " at 10:42 am? | YesNoCancel -> ";
-    const std::string input = "[input] " + title + " | \\r" + test.prompt + " at 10:42 am? | 10:42 am -> ";
+    const std::string input =
+        "[input] " + title + " | \\r" + test.prompt + " at 10:42 am? | 10:42 am -> ";
     const std::string done = "[i] " + title + " | All 2 employees " + test.done;
-    const auto run = [&](std::initializer_list<const char*> typed, std::initializer_list<BoxAnswer> answers) {
+    const auto run = [&](std::initializer_list<const char*> typed,
+                         std::initializer_list<BoxAnswer> answers) {
       auto answer = answers.begin();
       if (answer != answers.end()) payroll.Desktop.WillAnswer(*answer++);
       for (const char* text : typed) payroll.Desktop.WillType(text);
@@ -74,7 +91,9 @@ TEST(DayCommands, WriteOneLineForEachEmployeeClockedIn) {
       return payroll.Desktop.TakeShown();
     };
     EXPECT_EQ(run({}, {BoxAnswer::Yes, BoxAnswer::Ok}),
-              question + "Yes\n[!] Ostrel Payroll | No employees clocked in on 11/18/04!\\rCan't run this job step. | Ok -> Ok");
+              question +
+                  "Yes\n[!] Ostrel Payroll | No employees clocked in on 11/18/04!\\rCan't run this "
+                  "job step. | Ok -> Ok");
     for (const char* line : kMorning) payroll.AddLine(line);
     const std::string before = ReadWholeFile(payroll.App("Prin1234.mdb"));
     EXPECT_EQ(run({}, {BoxAnswer::Cancel}), question + "Cancel");
@@ -87,7 +106,8 @@ TEST(DayCommands, WriteOneLineForEachEmployeeClockedIn) {
     EXPECT_TRUE(payroll.Lines().ends_with("12:00 am")) << payroll.Lines();
     txtToday.Text = "All";
     EXPECT_EQ(run({}, {BoxAnswer::Ok}),
-              "[!] Ostrel Payroll | The Date='All'!\\rSpecify the one day desired then rerun this job step. | Ok -> Ok");
+              "[!] Ostrel Payroll | The Date='All'!\\rSpecify the one day desired then rerun this "
+              "job step. | Ok -> Ok");
   }
 }
 
@@ -116,27 +136,42 @@ TEST(MinimumWage, NamesWhoDoesNotEarnIt) {
     const char* shown;
   } cases[] = {
       {"two below",
-       {"101 I 7:00 am", "125 I 7:00 am", "130 I 7:00 am", "101 P 8:00 am 10 .5", "125 P 8:00 am 100 10",
-        "130 P 8:00 am 1 .01", "101 O 9:00 am", "125 O 9:00 am", "130 O 9:00 am"},
+       {"101 I 7:00 am", "125 I 7:00 am", "130 I 7:00 am", "101 P 8:00 am 10 .5",
+        "125 P 8:00 am 100 10", "130 P 8:00 am 1 .01", "101 O 9:00 am", "125 O 9:00 am",
+        "130 O 9:00 am"},
        "",
-       "[!] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive Employees: 3\\r"
+       "[!] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive "
+       "Employees: 3\\r"
        "Total Quantity: 111\\rTotal Gross: 1,005.01\\r    Ave Gross/Empl: 335.00\\r\\r"
        "2 Employees not earning minimum wage.\\r   Employee#s: 101,130 | Ok -> Ok"},
       {"the view counts for the totals, the day for the employees",
-       {"101 I 7:00 am", "125 I 7:00 am", "101 P 8:00 am 10 .5", "125 P 8:00 am 100 10", "101 O 9:00 am", "125 O 9:00 am"},
+       {"101 I 7:00 am", "125 I 7:00 am", "101 P 8:00 am 10 .5", "125 P 8:00 am 100 10",
+        "101 O 9:00 am", "125 O 9:00 am"},
        "125",
-       "[!] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive Employees: 2\\r"
+       "[!] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive "
+       "Employees: 2\\r"
        "Total Quantity: 100\\rTotal Gross: 1,000.\\r    Ave Gross/Empl: 500.00\\r\\r"
        "1 Employees not earning minimum wage.\\r   Employee#s: 101 | Ok -> Ok"},
       {"the average of the day's piecework counts, and the wage itself is enough",
-       {"101 I 7:00 am", "101 P 8:00 am 1 1", "101 I 9:00 am", "101 P 9:30 am 1 26", "101 O 11:00 am"}, "",
-       "[i] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive Employees: 1\\r"
-       "Total Quantity: 2\\rTotal Gross: 27.\\r    Ave Gross/Empl: 27.00\\r\\rALL Employees earning minimum wage. | Ok -> Ok"},
-      {"hours alone", {"101 I 7:00 am"}, "",
-       "[i] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive Employees: 1\\r"
-       "Total Quantity: 0\\rTotal Gross: .\\r    Ave Gross/Empl: .00\\r\\rALL Employees earning minimum wage. | Ok -> Ok"},
-      {"nobody", {}, "",
-       "[!] Ostrel Payroll | No employees clocked in on 11/18/04!\\rCan't run this job step. | Ok -> Ok"},
+       {"101 I 7:00 am", "101 P 8:00 am 1 1", "101 I 9:00 am", "101 P 9:30 am 1 26",
+        "101 O 11:00 am"},
+       "",
+       "[i] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive "
+       "Employees: 1\\r"
+       "Total Quantity: 2\\rTotal Gross: 27.\\r    Ave Gross/Empl: 27.00\\r\\rALL Employees "
+       "earning minimum wage. | Ok -> Ok"},
+      {"hours alone",
+       {"101 I 7:00 am"},
+       "",
+       "[i] Minimum Wage Watch | 1234, Sample Ranch 11/18/04   at 11/18/04 10:42 am\\rActive "
+       "Employees: 1\\r"
+       "Total Quantity: 0\\rTotal Gross: .\\r    Ave Gross/Empl: .00\\r\\rALL Employees earning "
+       "minimum wage. | Ok -> Ok"},
+      {"nobody",
+       {},
+       "",
+       "[!] Ostrel Payroll | No employees clocked in on 11/18/04!\\rCan't run this job step. | Ok "
+       "-> Ok"},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.what);

@@ -24,7 +24,8 @@ std::string OnShow() {
 TEST(DisplayedLines, FollowTheBoxesAndTheMenus) {
   Payroll payroll;
   payroll.Start();
-  for (const char* line : {"130 I 7:00 am", "101 I 8:00 am", "130 O 9:00 am"}) payroll.AddLine(line);
+  for (const char* line : {"130 I 7:00 am", "101 I 8:00 am", "130 O 9:00 am"})
+    payroll.AddLine(line);
   txtToday.Text = "11/17/04";
   payroll.AddLine("130 I 6:00 am");
   const struct {
@@ -34,10 +35,14 @@ TEST(DisplayedLines, FollowTheBoxesAndTheMenus) {
     const char* where;
     const char* shown;
   } cases[] = {
-      {"11/18/04", "130", false, false, " where INT(ETIME) = #11/18/04#", "130 09:00 am|101 08:00 am|130 07:00 am|"},
-      {"11/18/04", "130", false, true, " where INT(ETIME) = #11/18/04#", "101 08:00 am|130 07:00 am|130 09:00 am|"},
-      {"11/18/04", "130", true, true, " where INT(ETIME) = #11/18/04# and EMPL_NUMB = 130", "130 07:00 am|130 09:00 am|"},
-      {"All", "130", true, false, " where EMPL_NUMB = 130", "130 09:00 am|130 07:00 am|130 06:00 am|"},
+      {"11/18/04", "130", false, false, " where INT(ETIME) = #11/18/04#",
+       "130 09:00 am|101 08:00 am|130 07:00 am|"},
+      {"11/18/04", "130", false, true, " where INT(ETIME) = #11/18/04#",
+       "101 08:00 am|130 07:00 am|130 09:00 am|"},
+      {"11/18/04", "130", true, true, " where INT(ETIME) = #11/18/04# and EMPL_NUMB = 130",
+       "130 07:00 am|130 09:00 am|"},
+      {"All", "130", true, false, " where EMPL_NUMB = 130",
+       "130 09:00 am|130 07:00 am|130 06:00 am|"},
       {"All", "", true, false, "", "130 09:00 am|101 08:00 am|130 07:00 am|130 06:00 am|"},
       {"11/17/04", "0", true, false, " where INT(ETIME) = #11/17/04#", "130 06:00 am|"},
   };
@@ -59,7 +64,8 @@ TEST(DisplayedLines, SwitchingTheEmployeeOnSwitchesTheOrder) {
   std::string states;
   for (int i = 0; i < 4; ++i) {
     payroll.Choose(mnuDisplayCurrentEmpl);
-    states += std::to_string(mnuDisplayCurrentEmpl.Checked) + std::to_string(mnuEmplOrder.Checked) + " ";
+    states +=
+        std::to_string(mnuDisplayCurrentEmpl.Checked) + std::to_string(mnuEmplOrder.Checked) + " ";
   }
   EXPECT_EQ(states, "11 01 10 00 ");
   txtInput[kEmplBox].Text = "";
@@ -67,7 +73,8 @@ TEST(DisplayedLines, SwitchingTheEmployeeOnSwitchesTheOrder) {
   payroll.Choose(mnuDisplayCurrentEmpl);
   EXPECT_FALSE(mnuDisplayCurrentEmpl.Checked || mnuEmplOrder.Checked);
   EXPECT_EQ(payroll.Desktop.TakeShown(),
-            "[i] Ostrel Payroll | No employee number specified!\\rEnter an employee number then try again. | Ok -> Ok");
+            "[i] Ostrel Payroll | No employee number specified!\\rEnter an employee number then "
+            "try again. | Ok -> Ok");
 }
 
 TEST(DisplayedLines, SqlInTheEmployeeBoxIsReportedAndChangesNothing) {
@@ -75,7 +82,8 @@ TEST(DisplayedLines, SqlInTheEmployeeBoxIsReportedAndChangesNothing) {
   payroll.Start();
   payroll.AddLine("130 I 7:00 am");
   mnuDisplayCurrentEmpl.Checked = true;
-  for (const char* text : {"130; delete from OstrelPr", "130 or 1=1", "12a", "130 union select 1"}) {
+  for (const char* text :
+       {"130; delete from OstrelPr", "130 or 1=1", "12a", "130 union select 1"}) {
     SCOPED_TRACE(text);
     txtInput[kEmplBox].Text = text;
     payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
@@ -90,7 +98,8 @@ TEST(Totals, SayWhatTheStoreHolds) {
   payroll.Start();
   const auto footers = [] {
     std::string text;
-    for (const char* column : {"QUANTITY", "HOURS", "GROSS", "Date"}) text += TDBGrid1.Columns(column).FooterText.Get() + "|";
+    for (const char* column : {"QUANTITY", "HOURS", "GROSS", "Date"})
+      text += TDBGrid1.Columns(column).FooterText.Get() + "|";
     return text + lblLineCt.Caption.Get();
   };
   EXPECT_EQ(footers(), "0|0.00|0.00|11/18|0 lines");
@@ -101,7 +110,8 @@ TEST(Totals, SayWhatTheStoreHolds) {
     txtInput[kQuanDescBox].Text = "BOX";
     txtToday.Text = "All";
     payroll.Save("130");
-    EXPECT_EQ(footers(), quantity[0] == '1' ? "1250|0.00|1,250.00|All|1 line" : "1287.5|0.00|1,287.50|All|2 lines");
+    EXPECT_EQ(footers(), quantity[0] == '1' ? "1250|0.00|1,250.00|All|1 line"
+                                            : "1287.5|0.00|1,287.50|All|2 lines");
   }
 }
 
@@ -109,16 +119,20 @@ TEST(Layouts, PlaceTheBoxesAboveTheirColumns) {
   Payroll payroll;
   payroll.Start();
   const auto state = [] {
-    const auto place = [](const Control& control) { return std::to_string(control.Left.Get()) + " "; };
-    return place(txtInput[kTimeBox]) + place(txtInput[kQuanDescBox]) + place(txtInput[kRateBox]) + place(chkStdRate) +
-           place(Shape1) + place(cmdSave) + place(frmCosting) + std::to_string(txtInput[kTimeBox].TabIndex) +
-           std::to_string(cmdSave.TabIndex) + (Frame1.Visible ? " clock" : " plain");
+    const auto place = [](const Control& control) {
+      return std::to_string(control.Left.Get()) + " ";
+    };
+    return place(txtInput[kTimeBox]) + place(txtInput[kQuanDescBox]) + place(txtInput[kRateBox]) +
+           place(chkStdRate) + place(Shape1) + place(cmdSave) + place(frmCosting) +
+           std::to_string(txtInput[kTimeBox].TabIndex) + std::to_string(cmdSave.TabIndex) +
+           (Frame1.Visible ? " clock" : " plain");
   };
   const std::string timeClock = "3510 5745 6330 6330 2085 2265 8775 32 clock";
   EXPECT_EQ(state(), timeClock);
   payroll.Choose(mnuUseTimeClock);
   EXPECT_EQ(state(), "1860 5013 5598 5598 2925 3105 8010 23 plain");
-  for (const MenuItem* gone : {&mnuMinWageWatch, &mnuClockoutAllEmpls, &mnuReClockInAllEmpls, &mnuAutosetTime}) {
+  for (const MenuItem* gone :
+       {&mnuMinWageWatch, &mnuClockoutAllEmpls, &mnuReClockInAllEmpls, &mnuAutosetTime}) {
     EXPECT_FALSE(gone->Visible) << gone->Name;
   }
   payroll.Choose(mnuUseTimeClock);
@@ -127,9 +141,12 @@ TEST(Layouts, PlaceTheBoxesAboveTheirColumns) {
   const struct {
     const char* column;
     int left;
-  } columns[] = {{"Empl#", 420}, {"Time", 3480}, {"I/O/Pce", 4965}, {"QDesc", 5745}, {"Rate", 6330}, {"Ent#", 8775}};
+  } columns[] = {{"Empl#", 420},  {"Time", 3480}, {"I/O/Pce", 4965},
+                 {"QDesc", 5745}, {"Rate", 6330}, {"Ent#", 8775}};
   for (const auto& column : columns) {
-    EXPECT_EQ(TDBGrid1.Left + TDBGrid1.ColumnLeft(TDBGrid1.ColumnNumber(column.column)), column.left) << column.column;
+    EXPECT_EQ(TDBGrid1.Left + TDBGrid1.ColumnLeft(TDBGrid1.ColumnNumber(column.column)),
+              column.left)
+        << column.column;
   }
 }
 
@@ -193,19 +210,23 @@ TEST(GridEditing, ALetterInTheRateCellIsTheStandardRate) {
 TEST(LineCommands, DeleteWhatIsSelected) {
   Payroll payroll;
   payroll.Start();
-  for (const char* line : {"101 I 7:00 am", "125 I 8:00 am", "130 I 9:00 am", "140 I 10:00 am"}) payroll.AddLine(line);
+  for (const char* line : {"101 I 7:00 am", "125 I 8:00 am", "130 I 9:00 am", "140 I 10:00 am"})
+    payroll.AddLine(line);
   SetRecordSource();
   const auto run = [&](BoxAnswer answer) {
     payroll.Desktop.WillAnswer(answer);
     payroll.Choose(mnuDeleteLine);
     return payroll.Desktop.TakeShown();
   };
-  EXPECT_EQ(run(BoxAnswer::Ok), "[i] Ostrel Payroll | To select a line to delete, click in the box on its left edge "
-                                "then redo this command. | Ok -> Ok");
+  EXPECT_EQ(run(BoxAnswer::Ok),
+            "[i] Ostrel Payroll | To select a line to delete, click in the box on its left edge "
+            "then redo this command. | Ok -> Ok");
   TDBGrid1.ToggleSelected(3);
   TDBGrid1.ToggleSelected(1);
-  EXPECT_EQ(run(BoxAnswer::Cancel), "[?] Delete Selected Line | Delete these 2 lines? | OkCancel -> Cancel");
-  EXPECT_EQ(run(BoxAnswer::Ok), "[?] Delete Selected Line | Delete these 2 lines? | OkCancel -> Ok");
+  EXPECT_EQ(run(BoxAnswer::Cancel),
+            "[?] Delete Selected Line | Delete these 2 lines? | OkCancel -> Cancel");
+  EXPECT_EQ(run(BoxAnswer::Ok),
+            "[?] Delete Selected Line | Delete these 2 lines? | OkCancel -> Ok");
   EXPECT_EQ(payroll.Lines(), "125 I 08:00 am|140 I 10:00 am");
   EXPECT_EQ(lblLineCt.Caption.Get(), "2 lines");
   TDBGrid1.ToggleSelected(0);
@@ -224,7 +245,8 @@ TEST(LineCommands, CutCopyAndPasteWhereverTheFocusIs) {
   payroll.Choose(mnuPaste);
   EXPECT_EQ(txtInput[kMemoBox].Text.Get(), "CLEANCLEAN UP");
   payroll.Choose(mnuCut);  // nothing selected: the clipboard is empty, the box as it was
-  EXPECT_EQ(txtInput[kMemoBox].Text.Get() + "|" + payroll.Desktop.ClipboardText(), "CLEANCLEAN UP|");
+  EXPECT_EQ(txtInput[kMemoBox].Text.Get() + "|" + payroll.Desktop.ClipboardText(),
+            "CLEANCLEAN UP|");
   payroll.Choose(mnuJumpQDesc);  // the memo box is the end of the row, whatever takes its focus
   EXPECT_EQ(ScanMain.ActiveControl(), &txtInput[kEmplBox]);
   payroll.Choose(mnuJumpQDesc);

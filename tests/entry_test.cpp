@@ -16,12 +16,12 @@ TEST(AppendAmPm, MakesATimeOfWhateverWasTyped) {
     const char* typed;
     const char* time;
   } cases[] = {
-      {"8", "08:00 am"},       {"7.3", "07:30 am"},     {"8.5", "08:50 am"},   {"6", "06:00 pm"},
-      {"6.3", "06:30 am"},     {"5.45", "05:45 pm"},    {"11.59", "11:59 am"}, {"12", "12:00 pm"},
-      {"13", "01:00 pm"},      {"23", "11:00 pm"},      {"0", "12:00 pm"},     {"24", "12:00 pm"},
-      {"23.5", "12:00 pm"},    {"xyz", "12:00 pm"},     {"", "12:00 pm"},      {"8:30", "08:00 am"},
-      {"1:15", "01:00 pm"},    {"8:30 am", "08:30 am"}, {"8:30 a", "08:30 am"}, {"9 PM", "09:00 pm"},
-      {"after", "12:00 pm"},   {"-8", "12:00 pm"},
+      {"8", "08:00 am"},     {"7.3", "07:30 am"},     {"8.5", "08:50 am"},    {"6", "06:00 pm"},
+      {"6.3", "06:30 am"},   {"5.45", "05:45 pm"},    {"11.59", "11:59 am"},  {"12", "12:00 pm"},
+      {"13", "01:00 pm"},    {"23", "11:00 pm"},      {"0", "12:00 pm"},      {"24", "12:00 pm"},
+      {"23.5", "12:00 pm"},  {"xyz", "12:00 pm"},     {"", "12:00 pm"},       {"8:30", "08:00 am"},
+      {"1:15", "01:00 pm"},  {"8:30 am", "08:30 am"}, {"8:30 a", "08:30 am"}, {"9 PM", "09:00 pm"},
+      {"after", "12:00 pm"}, {"-8", "12:00 pm"},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.typed);
@@ -31,7 +31,8 @@ TEST(AppendAmPm, MakesATimeOfWhateverWasTyped) {
 }
 
 constexpr const char* kAllFields =
-    "EMPL_NUMB SORT_NAME ETIME EVENT_TYPE QUANTITY QUAN_DESC RATE GROSS ENTERPRISE OPERATION EQUIP_NUMB MEMO "
+    "EMPL_NUMB SORT_NAME ETIME EVENT_TYPE QUANTITY QUAN_DESC RATE GROSS ENTERPRISE OPERATION "
+    "EQUIP_NUMB MEMO "
     "HOURS HOUR_GROSS ETIME_STOP";
 
 struct Boxes {
@@ -51,25 +52,46 @@ TEST(WriteLine, TurnsTheFormIntoOneLine) {
     Boxes boxes;
     const char* line;
   } cases[] = {
-      {"piecework", true, true, kPiecework,
+      {"piecework",
+       true,
+       true,
+       kPiecework,
        {"130", "127.25", "9", "LBS", ".27", "12", "70", "101", "CLEAN UP"},
        "130,DURAND ANNE,11/18/2004 10:42:00 AM,P,127.25,LBS,0.27,34.36,12,70,101,CLEAN UP,-,-,-"},
-      {"a clock-out carries no costing", true, true, kClockOut,
+      {"a clock-out carries no costing",
+       true,
+       true,
+       kClockOut,
        {"12ABC", "0", "9", "", "x", "12", "70", "101", ""},
        "12, ,11/18/2004 10:42:00 AM,O,0, ,0,-,0,0,0, ,-,-,-"},
-      {"typed time", true, false, kClockIn,
+      {"typed time",
+       true,
+       false,
+       kClockIn,
        {"12.7", "0", "7.3", "HRS", "Std Rate", "1", "2", "3", "A MEMO OF MORE THAN TWENTY"},
        "13, ,11/18/2004 7:30:00 AM,I,0,HRS,-9,-,1,2,3,A MEMO OF MORE THAN ,-,-,-"},
-      {"an employee without a name", true, true, kClockIn,
+      {"an employee without a name",
+       true,
+       true,
+       kClockIn,
        {"150", "", "", "LBS", "s9", "", "", "", ""},
        "150, ,11/18/2004 10:42:00 AM,I,0,LBS,-9,-,0,0,0, ,-,-,-"},
-      {"hours of the plain layout", false, true, kPiecework,
+      {"hours of the plain layout",
+       false,
+       true,
+       kPiecework,
        {"140", "0", "7.5", "HRS", "10.111", "1", "2", "3", ""},
        "140,EVANS RHYS,11/18/2004 10:42:00 AM,X,0,HRS,10.111,75.83,1,2,3, ,7.5,-,-"},
-      {"hours at the standard rate", false, true, kPiecework,
+      {"hours at the standard rate",
+       false,
+       true,
+       kPiecework,
        {"140", "0", "7.5", "HRS", "Std Rate", "1", "2", "3", ""},
        "140,EVANS RHYS,11/18/2004 10:42:00 AM,X,0,HRS,-9,-,1,2,3, ,7.5,-,-"},
-      {"a correction", false, true, kPiecework,
+      {"a correction",
+       false,
+       true,
+       kPiecework,
        {"140", "-2.5", "0", "BOX", "1.07", "", "", "", ""},
        "140,EVANS RHYS,11/18/2004 10:42:00 AM,X,-2.5,BOX,1.07,-2.68,0,0,0, ,0,-,-"},
   };
@@ -110,7 +132,8 @@ TEST(WriteLine, LeavesOneFieldUnsetWhenItsValueIsRefused) {
   payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
   WriteValues();
   EXPECT_EQ(payroll.Fields("EMPL_NUMB QUAN_DESC GROSS"), "130,-,10");
-  EXPECT_NE(payroll.Desktop.TakeShown().find("in Line# 6670 in routine 'WriteValues' in module 'Scanner'"),
+  EXPECT_NE(payroll.Desktop.TakeShown().find(
+                "in Line# 6670 in routine 'WriteValues' in module 'Scanner'"),
             std::string::npos);
 }
 
@@ -121,8 +144,10 @@ TEST(WriteLine, PutsTheLineOnTheDayOfTheDateBox) {
     const char* day;
     bool autoset;
     const char* moment;
-  } cases[] = {{"11/15/04", true, "11/15/2004 10:42:07 AM"}, {"All", true, "11/18/2004 10:42:07 AM"},
-               {"11/15/04", false, "11/15/2004 9:00:00 AM"}, {"All", false, "11/18/2004 9:00:00 AM"}};
+  } cases[] = {{"11/15/04", true, "11/15/2004 10:42:07 AM"},
+               {"All", true, "11/18/2004 10:42:07 AM"},
+               {"11/15/04", false, "11/15/2004 9:00:00 AM"},
+               {"All", false, "11/18/2004 9:00:00 AM"}};
   payroll.SetClock("11/18/04 10:42:07 am");
   std::string expected;
   for (const auto& test : cases) {
@@ -132,7 +157,8 @@ TEST(WriteLine, PutsTheLineOnTheDayOfTheDateBox) {
     WriteValues();
     // On a day of its own the line gets the clock's time to the minute, without one to the second.
     std::string moment = test.moment;
-    if (test.autoset && std::string(test.day) != "All") moment.replace(moment.find(":07"), 3, ":00");
+    if (test.autoset && std::string(test.day) != "All")
+      moment.replace(moment.find(":07"), 3, ":00");
     expected += (expected.empty() ? "" : "|") + moment;
   }
   EXPECT_EQ(payroll.Fields("ETIME"), expected);
@@ -148,15 +174,26 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
     const char* shown;
   };
   const Script cases[] = {
-      {"nothing to ask of a clock-in", kClockIn, {{"130", "0", "", "LBS", "0", "", "", "", ""}}, [](auto&) {},
-       "130 I 10:42 am", ""},
-      {"a clock-out without a clock-in, confirmed", kClockOut, {{"130", "0", "", "", "0", "", "", "", ""}},
-       [](ScriptedDesktop& d) { d.WillAnswer(BoxAnswer::Yes); }, "130 O 10:42 am|130 I 08:00 am",
+      {"nothing to ask of a clock-in",
+       kClockIn,
+       {{"130", "0", "", "LBS", "0", "", "", "", ""}},
+       [](auto&) {},
+       "130 I 10:42 am",
+       ""},
+      {"a clock-out without a clock-in, confirmed",
+       kClockOut,
+       {{"130", "0", "", "", "0", "", "", "", ""}},
+       [](ScriptedDesktop& d) { d.WillAnswer(BoxAnswer::Yes); },
+       "130 O 10:42 am|130 I 08:00 am",
        "[?] Employee not clocked in | Clock in Empl# 130 at 8:00 am? | YesNoCancel -> Yes"},
-      {"cancelled", kClockOut, {{" 130", "0", "", "", "0", "", "", "", ""}},
-       [](ScriptedDesktop& d) { d.WillAnswer(BoxAnswer::Cancel); }, "",
+      {"cancelled",
+       kClockOut,
+       {{" 130", "0", "", "", "0", "", "", "", ""}},
+       [](ScriptedDesktop& d) { d.WillAnswer(BoxAnswer::Cancel); },
+       "",
        "[?] Employee not clocked in | Clock in Empl# 130 at 8:00 am? | YesNoCancel -> Cancel"},
-      {"a quantity makes it piecework; rate and description are asked for", kClockIn,
+      {"a quantity makes it piecework; rate and description are asked for",
+       kClockIn,
        {{"130", "10", "", "hrs", "Std Rate", "", "", "", ""}},
        [](ScriptedDesktop& d) {
          d.WillType("1.5");
@@ -167,13 +204,21 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
        "[input] Piecework Rate not set | \\rPiecework Rate? | 1.00 -> 1.5\n"
        "[input] Quantity Description not set | \\rPiecework Quantity Description? | PCE -> lbs\n"
        "[?] Employee not clocked in | Clock in Empl# 130 at 8:00 am? | YesNoCancel -> Yes"},
-      {"no rate", kPiecework, {{"130", "10", "", "LBS", "0", "", "", "", ""}},
-       [](ScriptedDesktop& d) { d.WillType(""); }, "",
+      {"no rate",
+       kPiecework,
+       {{"130", "10", "", "LBS", "0", "", "", "", ""}},
+       [](ScriptedDesktop& d) { d.WillType(""); },
+       "",
        "[input] Piecework Rate not set | \\rPiecework Rate? | 1.00 -> "},
-      {"no description", kPiecework, {{"130", "10", "", " ", "2", "", "", "", ""}},
-       [](ScriptedDesktop& d) { d.WillType(""); }, "",
+      {"no description",
+       kPiecework,
+       {{"130", "10", "", " ", "2", "", "", "", ""}},
+       [](ScriptedDesktop& d) { d.WillType(""); },
+       "",
        "[input] Quantity Description not set | \\rPiecework Quantity Description? | PCE -> "},
-      {"an answer that is no number is taken as typed", kPiecework, {{"130", "10", "", "LBS", "0", "", "", "", ""}},
+      {"an answer that is no number is taken as typed",
+       kPiecework,
+       {{"130", "10", "", "LBS", "0", "", "", "", ""}},
        [](ScriptedDesktop& d) {
          d.WillType("abc");
          d.WillAnswer(BoxAnswer::Yes);
@@ -181,11 +226,12 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
        "130 P 10:42 am 10x0=0|130 I 08:00 am",
        "[input] Piecework Rate not set | \\rPiecework Rate? | 1.00 -> abc\n"
        "[?] Employee not clocked in | Clock in Empl# 130 at 8:00 am? | YesNoCancel -> Yes"},
-      {"an empty employee box", kClockOut, {{"", "0", "", "", "0", "", "", "", ""}},
-       [](ScriptedDesktop& d) {
-         d.WillAnswer(BoxAnswer::Cancel);
-       },
-       "", "[?] Employee not clocked in | Clock in Empl#  at 8:00 am? | YesNoCancel -> Cancel"},
+      {"an empty employee box",
+       kClockOut,
+       {{"", "0", "", "", "0", "", "", "", ""}},
+       [](ScriptedDesktop& d) { d.WillAnswer(BoxAnswer::Cancel); },
+       "",
+       "[?] Employee not clocked in | Clock in Empl#  at 8:00 am? | YesNoCancel -> Cancel"},
   };
   for (const Script& test : cases) {
     SCOPED_TRACE(test.what);
@@ -211,14 +257,16 @@ TEST(SaveCommand, OffersTheLastPieceworkWithARate) {
   FillBoxes({{"130", "10", "", "", "0", "", "", "", ""}});
   payroll.Desktop.WillType("");
   cmdSave.Press();
-  EXPECT_EQ(payroll.Desktop.TakeShown(), "[input] Piecework Rate not set | \\rPiecework Rate? | 0.38 -> ");
+  EXPECT_EQ(payroll.Desktop.TakeShown(),
+            "[input] Piecework Rate not set | \\rPiecework Rate? | 0.38 -> ");
 }
 
 TEST(StandardRate, SwitchesBothBoxesAndBack) {
   Payroll payroll;
   payroll.Start();
   chkStdRate.Value = 1;
-  EXPECT_EQ(txtInput[kRateBox].Text.Get() + "," + txtInput[kQuanDescBox].Text.Get(), "Std Rate,HRS");
+  EXPECT_EQ(txtInput[kRateBox].Text.Get() + "," + txtInput[kQuanDescBox].Text.Get(),
+            "Std Rate,HRS");
   chkStdRate.Value = 0;
   EXPECT_EQ(txtInput[kRateBox].Text.Get() + "," + txtInput[kQuanDescBox].Text.Get(), "0,0");
   payroll.AddLine("130 P 9:00 am 10 0.27");
@@ -240,7 +288,8 @@ TEST(StandardRate, SwitchesBothBoxesAndBack) {
 TEST(EntryRow, StartsFromTheLastLineOfTheLatestDay) {
   Payroll payroll;
   payroll.Start();
-  for (const int box : {0, 1, 3, 4, 5, 6, 7, 8}) EXPECT_EQ(txtInput[static_cast<std::size_t>(box)].Text.Get(), "0");
+  for (const int box : {0, 1, 3, 4, 5, 6, 7, 8})
+    EXPECT_EQ(txtInput[static_cast<std::size_t>(box)].Text.Get(), "0");
   FillBoxes({{"130", "127.25", "", "LBS", "Std Rate", "12", "70", "101", "NOTE"}});
   Option1[kPiecework].Value = true;
   txtToday.Text = "11/17/04";
@@ -261,14 +310,18 @@ TEST(EntryRow, WalksAsTheFocusTableSays) {
     const char* keys;
     int end;
   } cases[] = {
-      {true, kPiecework, 0, "\r", 1},   {true, kClockIn, 0, "\r", -1},   {true, kPiecework, 1, "\r", -1},
-      {true, kPiecework, 1, "\t", -1},  {true, kPiecework, -1, "\x1b", 3}, {true, kPiecework, -1, "\t", 2},
-      {true, kPiecework, 2, "\r", 3},   {true, kPiecework, 3, "\r", 4},  {true, kPiecework, 4, "\r", 5},
-      {true, kPiecework, 5, "\r", 6},   {true, kPiecework, 6, "\r", 7},  {true, kPiecework, 7, "\r", 8},
-      {true, kPiecework, 8, "\r", 0},   {true, kPiecework, 8, "\t", 0},  {true, kPiecework, 3, "<", 2},
-      {true, kPiecework, 2, "<", -1},   {true, kPiecework, 3, "A>", 4},  {true, kPiecework, 3, "\b>", 4},
-      {true, kPiecework, 1, "<", 0},    {false, kPiecework, 0, "\r", 1}, {false, kPiecework, 1, "\r", 2},
-      {false, kPiecework, 2, "\r", -1}, {false, kPiecework, -1, "\t", 3}, {false, kPiecework, 3, "<", -1},
+      {true, kPiecework, 0, "\r", 1},    {true, kClockIn, 0, "\r", -1},
+      {true, kPiecework, 1, "\r", -1},   {true, kPiecework, 1, "\t", -1},
+      {true, kPiecework, -1, "\x1b", 3}, {true, kPiecework, -1, "\t", 2},
+      {true, kPiecework, 2, "\r", 3},    {true, kPiecework, 3, "\r", 4},
+      {true, kPiecework, 4, "\r", 5},    {true, kPiecework, 5, "\r", 6},
+      {true, kPiecework, 6, "\r", 7},    {true, kPiecework, 7, "\r", 8},
+      {true, kPiecework, 8, "\r", 0},    {true, kPiecework, 8, "\t", 0},
+      {true, kPiecework, 3, "<", 2},     {true, kPiecework, 2, "<", -1},
+      {true, kPiecework, 3, "A>", 4},    {true, kPiecework, 3, "\b>", 4},
+      {true, kPiecework, 1, "<", 0},     {false, kPiecework, 0, "\r", 1},
+      {false, kPiecework, 1, "\r", 2},   {false, kPiecework, 2, "\r", -1},
+      {false, kPiecework, -1, "\t", 3},  {false, kPiecework, 3, "<", -1},
       {false, kPiecework, 8, "\r", 0},
   };
   Payroll payroll;
@@ -278,10 +331,12 @@ TEST(EntryRow, WalksAsTheFocusTableSays) {
       if (test.timeClock != timeClock) continue;
       SCOPED_TRACE(std::to_string(test.start) + (timeClock ? " clock " : " plain ") + test.keys);
       Option1[test.kind].Press();
-      Control& start = test.start < 0 ? static_cast<Control&>(cmdSave) : txtInput[static_cast<std::size_t>(test.start)];
+      Control& start = test.start < 0 ? static_cast<Control&>(cmdSave)
+                                      : txtInput[static_cast<std::size_t>(test.start)];
       start.SetFocus();
       payroll.Keys(test.keys);
-      Control& end = test.end < 0 ? static_cast<Control&>(cmdSave) : txtInput[static_cast<std::size_t>(test.end)];
+      Control& end = test.end < 0 ? static_cast<Control&>(cmdSave)
+                                  : txtInput[static_cast<std::size_t>(test.end)];
       EXPECT_EQ(ScanMain.ActiveControl(), &end) << ScanMain.ActiveControl()->Name;
     }
     payroll.Stop();
@@ -297,8 +352,9 @@ TEST(EntryRow, TheFirstKeyReplacesTheBox) {
     const char* before;
     const char* keys;
     const char* after;
-  } cases[] = {{kQuanDescBox, "OLD", "lbs", "LBS"}, {kQuanDescBox, "OLD", "\b", ""}, {kQuanDescBox, "OLD", "\x1b", ""},
-               {kQuanDescBox, "OLD", ">x", "OXLD"}, {kQuanDescBox, "OLD", ">\b", "LD"}, {kRateBox, "0.2", ">>>s", "Std Rate"},
+  } cases[] = {{kQuanDescBox, "OLD", "lbs", "LBS"}, {kQuanDescBox, "OLD", "\b", ""},
+               {kQuanDescBox, "OLD", "\x1b", ""},   {kQuanDescBox, "OLD", ">x", "OXLD"},
+               {kQuanDescBox, "OLD", ">\b", "LD"},  {kRateBox, "0.2", ">>>s", "Std Rate"},
                {kMemoBox, "OLD", "a b", "A B"}};
   for (const auto& test : cases) {
     SCOPED_TRACE(test.keys);
@@ -335,8 +391,11 @@ TEST(DateBox, TakesADayOrShowsAll) {
     const char* keys;
     const char* box;
     const char* weekday;
-  } cases[] = {{"6/14/04\r", "06/14/04", "Monday"}, {"abc\r", "All", ""},      {"\r", "All", ""},
-               {"8:30\r", "12/30/99", "Saturday"},  {"6/14/04\t", "06/14/04", "Monday"}};
+  } cases[] = {{"6/14/04\r", "06/14/04", "Monday"},
+               {"abc\r", "All", ""},
+               {"\r", "All", ""},
+               {"8:30\r", "12/30/99", "Saturday"},
+               {"6/14/04\t", "06/14/04", "Monday"}};
   for (const auto& test : cases) {
     SCOPED_TRACE(test.keys);
     txtToday.SetFocus();

@@ -15,8 +15,8 @@ const char* const kWritten = "[i] &Write Halvane Import File | ";
 TEST(ImportFile, CarriesTheDayOfTheTimeClock) {
   Payroll payroll;
   payroll.Start();
-  for (const char* line : {"101 I 7:00 am", "130 I 7:00 am", "130 P 8:00 am 150 .5", "130 O 11:30 am",
-                           "140 P 9:00 am 3 1.25", "101 O 3:00 pm"}) {
+  for (const char* line : {"101 I 7:00 am", "130 I 7:00 am", "130 P 8:00 am 150 .5",
+                           "130 O 11:30 am", "140 P 9:00 am 3 1.25", "101 O 3:00 pm"}) {
     payroll.AddLine(line);
   }
   txtComments.Text = "Crew \"2\" \xC3\xA9\xE2\x82\xAC\xE6\xBC\xA2";
@@ -24,7 +24,8 @@ TEST(ImportFile, CarriesTheDayOfTheTimeClock) {
   lblLineCt.Caption = "6 lines";
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Choose(mnuWriteImportFile);
-  EXPECT_EQ(payroll.Desktop.TakeShown(), std::string(kWritten) + "3 lines have successfully been written. | Ok -> Ok");
+  EXPECT_EQ(payroll.Desktop.TakeShown(),
+            std::string(kWritten) + "3 lines have successfully been written. | Ok -> Ok");
   EXPECT_EQ(ReadWholeFile(payroll.Disk("Pck-1234.asc")),
             "*1234, Sample Ranch\r\n*11/18/04, Thursday\r\n*Crew \"2\" \xE9\x80?\r\n"
             "101,8,\"0\",\"HRS\",#NULL#,#NULL#,\"11/18/04\",#NULL#,\"\",\"H\",#NULL#\r\n"
@@ -35,13 +36,17 @@ TEST(ImportFile, CarriesTheDayOfTheTimeClock) {
 TEST(ImportFile, CarriesThePlainLayoutInTheReverseOfTheDisplay) {
   Payroll payroll;
   payroll.Start(false);
-  WriteWholeFile(payroll.Disk("Pck-1234.asc"), "an older and longer file that must be gone afterwards");
+  WriteWholeFile(payroll.Disk("Pck-1234.asc"),
+                 "an older and longer file that must be gone afterwards");
   const struct {
     const char* empl;
     const char* quantity;
     const char* hours;
     const char* rate;
-  } lines[] = {{"310", "0", "8", "s"}, {"207", "150", "7.5", "12.5"}, {"99", "2", "1", "Std"}, {"98", "0", ".25", ".5"}};
+  } lines[] = {{"310", "0", "8", "s"},
+               {"207", "150", "7.5", "12.5"},
+               {"99", "2", "1", "Std"},
+               {"98", "0", ".25", ".5"}};
   for (const auto& line : lines) {
     txtInput[kQuantityBox].Text = line.quantity;
     txtInput[kTimeBox].Text = line.hours;
@@ -56,7 +61,8 @@ TEST(ImportFile, CarriesThePlainLayoutInTheReverseOfTheDisplay) {
   payroll.Desktop.TakeShown();
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Choose(mnuWriteImportFile);
-  EXPECT_EQ(payroll.Desktop.TakeShown(), std::string(kWritten) + "4 lines have successfully been written. | Ok -> Ok");
+  EXPECT_EQ(payroll.Desktop.TakeShown(),
+            std::string(kWritten) + "4 lines have successfully been written. | Ok -> Ok");
   EXPECT_EQ(ReadWholeFile(payroll.Disk("Pck-1234.asc")),
             "*1234, Sample Ranch\r\n*11/18/04, Thursday\r\n*Crew#2\r\n"
             "310,8,\"\",\"HRS\",11,0,\"11/18/04\",0,\"\",\"H\",\" \"\r\n"
@@ -70,13 +76,15 @@ TEST(ImportFile, RefusesWithoutALineOrADay) {
   payroll.Start();
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Choose(mnuWriteImportFile);
-  EXPECT_EQ(payroll.Desktop.TakeShown(), "[i] Ostrel Payroll | No lines to export.\\rAborting job step. | Ok -> Ok");
+  EXPECT_EQ(payroll.Desktop.TakeShown(),
+            "[i] Ostrel Payroll | No lines to export.\\rAborting job step. | Ok -> Ok");
   payroll.Save("130");
   payroll.Choose(mnuDisplayAllDates);
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Choose(mnuWriteImportFile);
   EXPECT_EQ(payroll.Desktop.TakeShown(),
-            "[!] Ostrel Payroll | The Date='All'!\\rSpecify the one day desired then rerun this job step. | Ok -> Ok");
+            "[!] Ostrel Payroll | The Date='All'!\\rSpecify the one day desired then rerun this "
+            "job step. | Ok -> Ok");
   EXPECT_TRUE(std::filesystem::is_empty(payroll.Disk()));
 }
 
@@ -85,18 +93,20 @@ TEST(ImportFile, WaitsForTheDisk) {
   payroll.Start();
   payroll.Save("130");
   std::filesystem::remove(payroll.Disk());
-  const std::string notReady = "[ ] &Write Halvane Import File | Disk is not ready in '" + RemoteDrive +
-                               "'.\\rClick 'Ok' when ready. | OkCancel -> ";
+  const std::string notReady = "[ ] &Write Halvane Import File | Disk is not ready in '" +
+                               RemoteDrive + "'.\\rClick 'Ok' when ready. | OkCancel -> ";
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Desktop.WillAnswer(BoxAnswer::Cancel);
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Choose(mnuWriteImportFile);
   EXPECT_EQ(payroll.Desktop.TakeShown(),
-            notReady + "Ok\n" + notReady + "Cancel\n[i] Ostrel Payroll | &Write Halvane Import File canceled. | Ok -> Ok");
+            notReady + "Ok\n" + notReady +
+                "Cancel\n[i] Ostrel Payroll | &Write Halvane Import File canceled. | Ok -> Ok");
   EXPECT_EQ(payroll.Desktop.Pointer(), MousePointer::Normal);
 
   payroll.SetClock("11/18/04 11:42 am");
-  payroll.Desktop.WillAnswer(BoxAnswer::Ok, [&] { std::filesystem::create_directory(payroll.Disk()); });
+  payroll.Desktop.WillAnswer(BoxAnswer::Ok,
+                             [&] { std::filesystem::create_directory(payroll.Disk()); });
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Choose(mnuWriteImportFile);
   EXPECT_EQ(payroll.Desktop.TakeShown(),
@@ -114,7 +124,8 @@ TEST(ImportFile, GoesOnWithTheValuesOfTheLinesWhereNobodyClockedIn) {
   payroll.Desktop.WillAnswer(BoxAnswer::Ok);
   payroll.Choose(mnuWriteImportFile);
   EXPECT_EQ(payroll.Desktop.TakeShown(),
-            "[!] Ostrel Payroll | No employees clocked in on 11/18/04!\\rCan't run this job step. | Ok -> Ok\n" +
+            "[!] Ostrel Payroll | No employees clocked in on 11/18/04!\\rCan't run this job step. "
+            "| Ok -> Ok\n" +
                 std::string(kWritten) + "1 lines have successfully been written. | Ok -> Ok");
 }
 

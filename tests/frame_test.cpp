@@ -25,7 +25,8 @@ std::string Line(std::initializer_list<std::string> parts) {
 TEST(StartUp, ShowsTheClientAndTheDay) {
   Payroll payroll;
   payroll.Start();
-  EXPECT_EQ(Line({lblClient.Caption, txtToday.Text, lblToday.Caption, lblMinWage.Caption, lblLineCt.Caption}),
+  EXPECT_EQ(Line({lblClient.Caption, txtToday.Text, lblToday.Caption, lblMinWage.Caption,
+                  lblLineCt.Caption}),
             "1234, Sample Ranch / 11/18/04 / Thursday / 6.75 / 0 lines");
   EXPECT_TRUE(fs::exists(payroll.App("Prin1234.mdb")));
   EXPECT_TRUE(PrinDbOpen && DescDbOpen && mnuClockInACrew.Enabled);
@@ -46,8 +47,9 @@ TEST(StartUp, EndsBeforeTheStoreIsTouchedWhereATableIsMissing) {
     fs::remove(payroll.App(word + std::string("1234.dbf")));
     payroll.Desktop.WillAnswer(BoxAnswer::Ok);
     EXPECT_THROW(payroll.Start(), ProgramEnded);
-    EXPECT_EQ(payroll.Desktop.TakeShown(),
-              "[x] Ostrel Payroll | " + payroll.App(word + std::string("1234.dbf")) + " not found. | Ok -> Ok");
+    EXPECT_EQ(payroll.Desktop.TakeShown(), "[x] Ostrel Payroll | " +
+                                               payroll.App(word + std::string("1234.dbf")) +
+                                               " not found. | Ok -> Ok");
     EXPECT_FALSE(fs::exists(payroll.App("Prin1234.mdb")));
   }
 }
@@ -85,9 +87,12 @@ TEST(Settings, AreReadAsTheOfficesFileHasThem) {
     const char* state;  // clock-in, clock-out, layout, autoset, comment
   } cases[] = {
       {"", "8:00 am / 5:00 pm / plain / auto / Crew#2"},
-      {"UseTimeClock=True\r\nAutosetTime=False\r\nComments=Crew#7\r\n", "8:00 am / 5:00 pm / clock / hand / Crew#7"},
-      {"UseTimeClock=true\r\nDefault Clock In=7:30\r\n", "07:30 am / 5:00 pm / plain / auto / Crew#2"},
-      {"Default Clock Out=06/14/04 4 pm\r\nComments=\r\n", "8:00 am / 04:00 pm / plain / auto / Crew#2"},
+      {"UseTimeClock=True\r\nAutosetTime=False\r\nComments=Crew#7\r\n",
+       "8:00 am / 5:00 pm / clock / hand / Crew#7"},
+      {"UseTimeClock=true\r\nDefault Clock In=7:30\r\n",
+       "07:30 am / 5:00 pm / plain / auto / Crew#2"},
+      {"Default Clock Out=06/14/04 4 pm\r\nComments=\r\n",
+       "8:00 am / 04:00 pm / plain / auto / Crew#2"},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.keys);
@@ -125,15 +130,18 @@ TEST(Settings, ComeBackAfterTheFormCloses) {
     payroll.Choose(test.menu);
     EXPECT_EQ(test.menu.Caption.Get(), test.caption);
   }
-  EXPECT_EQ(payroll.Desktop.Shown().back(), "[?] 'am' or 'pm' not specified | 5:00 pm? | YesNo -> Yes");
+  EXPECT_EQ(payroll.Desktop.Shown().back(),
+            "[?] 'am' or 'pm' not specified | 5:00 pm? | YesNo -> Yes");
   EXPECT_EQ(payroll.Desktop.Shown().front(),
             "[input] Set Default Clock In Time | \\rDefault Clock In Time? | 8:00 am -> 8");
   payroll.Choose(mnuAutosetTime);
   txtComments.Text = "Crew#3 north";
   payroll.Stop();
-  EXPECT_EQ(payroll.Ini(), "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() +
-                               "\r\nUseTimeClock=True\r\nDefault Clock In=08:00 am\r\nDefault Clock Out=05:00 pm\r\n"
-                               "AutosetTime=False\r\nComments=Crew#3 north\r\n");
+  EXPECT_EQ(
+      payroll.Ini(),
+      "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() +
+          "\r\nUseTimeClock=True\r\nDefault Clock In=08:00 am\r\nDefault Clock Out=05:00 pm\r\n"
+          "AutosetTime=False\r\nComments=Crew#3 north\r\n");
 }
 
 struct Report {
@@ -141,7 +149,8 @@ struct Report {
   std::string Shown, Log;
 };
 
-Report Reported(Payroll& payroll, std::int32_t number, const char* routine = "WriteValues", std::int32_t line = 6520) {
+Report Reported(Payroll& payroll, std::int32_t number, const char* routine = "WriteValues",
+                std::int32_t line = 6520) {
   std::string message = "Duplicate value.";
   Report report;
   DisplayErrMessage(number, message, line, routine, ScannerModule, report.Answer);
@@ -154,7 +163,8 @@ TEST(FailureReporting, SaysAndLogsWhatHappenedToTheBlank) {
   Payroll payroll;
   payroll.Start();
   payroll.Folder.Write(std::string("app/OstrelPayroll") + kExecutableExtension, "");
-  const std::string where = "   Client# 1234  in " + payroll.App("").substr(0, payroll.App("").size() - 1) +
+  const std::string where = "   Client# 1234  in " +
+                            payroll.App("").substr(0, payroll.App("").size() - 1) +
                             "  on 11/18/2004 10:42:00 AM";
   const std::string message =
       "Duplicate value. (Err#3022) in Line# 6520 in routine 'WriteValues' in module 'Scanner'";
@@ -162,8 +172,9 @@ TEST(FailureReporting, SaysAndLogsWhatHappenedToTheBlank) {
   Report report = Reported(payroll, 3022);
   EXPECT_EQ(report.Answer, -1);
   EXPECT_EQ(report.Log, message + "\r\n" + where + " *Opr Retried Error\r\n");
-  EXPECT_TRUE(report.Shown.starts_with("[!] PROGRAM or DATA ERROR: PHONE SUPPORT - NOW!! | " + message + "   (" +
-                                       payroll.App("OstrelPayroll") + " Tq4 version dated: "))
+  EXPECT_TRUE(report.Shown.starts_with("[!] PROGRAM or DATA ERROR: PHONE SUPPORT - NOW!! | " +
+                                       message + "   (" + payroll.App("OstrelPayroll") +
+                                       " Tq4 version dated: "))
       << report.Shown;
   EXPECT_TRUE(report.Shown.ends_with(") | AbortRetryIgnore -> Retry"));
 
@@ -171,9 +182,12 @@ TEST(FailureReporting, SaysAndLogsWhatHappenedToTheBlank) {
   payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
   report = Reported(payroll, 75);
   EXPECT_EQ(report.Answer, 0);
-  EXPECT_EQ(report.Log, "Duplicate value. (Err#75) in Line# 6520 in routine 'WriteValues' in module 'Scanner'\r\n"
-                        "   If you are trying to create a new company on a network drive, you must have 'SUPERVISOR' rights.\r\n" +
-                            where + " *Opr Ignored Error\r\n");
+  EXPECT_EQ(
+      report.Log,
+      "Duplicate value. (Err#75) in Line# 6520 in routine 'WriteValues' in module 'Scanner'\r\n"
+      "   If you are trying to create a new company on a network drive, you must have 'SUPERVISOR' "
+      "rights.\r\n" +
+          where + " *Opr Ignored Error\r\n");
 
   payroll.Desktop.WillAnswer(BoxAnswer::Abort);
   EXPECT_THROW(Reported(payroll, -3274), ProgramEnded);
@@ -201,11 +215,13 @@ TEST(FailureReporting, GivesALockTenSeconds) {
     EXPECT_EQ(Reported(payroll, number).Shown, "");
     payroll.Desktop.PassSeconds(1);
     payroll.Desktop.WillAnswer(BoxAnswer::Retry);
-    EXPECT_TRUE(Reported(payroll, number).Shown.starts_with(
-        "[!] Multiuser operation conflict. | Data locked (being used exclusively) by another user. Duplicate"));
+    EXPECT_TRUE(Reported(payroll, number)
+                    .Shown.starts_with("[!] Multiuser operation conflict. | Data locked (being "
+                                       "used exclusively) by another user. Duplicate"));
     payroll.Desktop.WillAnswer(BoxAnswer::Ignore);  // and at once from now on
     EXPECT_NE(Reported(payroll, number, "WriteValues").Shown, "");
-    EXPECT_EQ(Reported(payroll, number, "WriteValues", 6530).Shown, "");  // another site, ten seconds of its own
+    EXPECT_EQ(Reported(payroll, number, "WriteValues", 6530).Shown,
+              "");  // another site, ten seconds of its own
     UserCount = 1;
     payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
     EXPECT_TRUE(Reported(payroll, number).Shown.starts_with("[!] PROGRAM or DATA ERROR"));

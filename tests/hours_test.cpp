@@ -19,8 +19,9 @@ TEST(TimeArithmetic, HoursBetweenClockTimes) {
     const char* start;
     const char* stop;
     double hours;
-  } cases[] = {{"07:00 am", "11:30 am", 4.5},  {"08:00 am", "08:00 am", 0},     {"08:00 am", "08:20 am", 0.33},
-               {"08:00 am", "08:10 am", 0.17}, {"08:00 am", "08:05 am", 0.08},  {"12:00 am", "11:59 pm", 23.98},
+  } cases[] = {{"07:00 am", "11:30 am", 4.5},  {"08:00 am", "08:00 am", 0},
+               {"08:00 am", "08:20 am", 0.33}, {"08:00 am", "08:10 am", 0.17},
+               {"08:00 am", "08:05 am", 0.08}, {"12:00 am", "11:59 pm", 23.98},
                {"06:00 pm", "05:00 pm", 1},    {"10:00 pm", "02:00 am", 20}};
   for (const auto& test : cases) {
     EXPECT_EQ(HoursDiff(test.start, test.stop), test.hours) << test.start << " " << test.stop;
@@ -37,8 +38,9 @@ TEST(TimeArithmetic, AClockTimeMovedByMinutes) {
     const char* time;
     double minutes;
     const char* moved;
-  } cases[] = {{"08:00 am", 15, "08:15 am"}, {"08:00 am", -90, "06:30 am"},   {"11:50 pm", 20, "12:10 am"},
-               {"12:30 am", -90, "11:00 pm"}, {"08:00 am", 0.5, "08:00 am"},  {"08:00 am", 1.5, "08:02 am"},
+  } cases[] = {{"08:00 am", 15, "08:15 am"},  {"08:00 am", -90, "06:30 am"},
+               {"11:50 pm", 20, "12:10 am"},  {"12:30 am", -90, "11:00 pm"},
+               {"08:00 am", 0.5, "08:00 am"}, {"08:00 am", 1.5, "08:02 am"},
                {"01:00 pm", 2880, "01:00 pm"}};
   for (const auto& test : cases) {
     std::string time = test.time;
@@ -55,10 +57,17 @@ TEST(TimeQuestion, NothingThatIsTypedIsRefused) {
     const char* answer;
     const char* time;  // "unset" where the caller's value stays
     const char* offered;
-  } cases[] = {{"+15", "08:15 am", "08:00"},      {"-90", "06:30 am", "08:00"},      {"+", "08:00 am", "08:00"},
-               {"9", "08:00 am", "08:00 am"},     {"8:30", "08:00 am", "08:00 am"},  {"8:30 am", "08:30 am", "08:00 am"},
-               {"1:15 p", "01:15 pm", "08:00 am"}, {"06/14/04", "unset", "08:00 am"}, {"", "08:00 am", "08:00 am"},
-               {"  ", "08:00 am", "08:00 am"},    {"06/14/04 9:00 am", "unset", "08:00 am"}};
+  } cases[] = {{"+15", "08:15 am", "08:00"},
+               {"-90", "06:30 am", "08:00"},
+               {"+", "08:00 am", "08:00"},
+               {"9", "08:00 am", "08:00 am"},
+               {"8:30", "08:00 am", "08:00 am"},
+               {"8:30 am", "08:30 am", "08:00 am"},
+               {"1:15 p", "01:15 pm", "08:00 am"},
+               {"06/14/04", "unset", "08:00 am"},
+               {"", "08:00 am", "08:00 am"},
+               {"  ", "08:00 am", "08:00 am"},
+               {"06/14/04 9:00 am", "unset", "08:00 am"}};
   Payroll payroll;
   payroll.Start();
   for (const auto& test : cases) {
@@ -73,7 +82,8 @@ TEST(TimeQuestion, NothingThatIsTypedIsRefused) {
     EXPECT_EQ(answer, kTimeChanged);
     EXPECT_EQ(payroll.Desktop.TakeShown(),
               std::string("[?] Head | Clock out at 08:00 am? | YesNoCancel -> No\n"
-                          "[input] Head | \\rClock out at 08:00 am? | 08:00 am -> ") + test.answer);
+                          "[input] Head | \\rClock out at 08:00 am? | 08:00 am -> ") +
+                  test.answer);
   }
 }
 
@@ -84,7 +94,11 @@ TEST(EmployeeList, IsTakenApartNumberByNumber) {
     const char* list;
     std::int32_t number;
     const char* rest;
-  } cases[] = {{"in (12,15,20)", 12, "15,20"}, {"15,20", 15, "20"}, {"20", 20, ""}, {"in (12)", 12, ""}, {"", 0, ""}};
+  } cases[] = {{"in (12,15,20)", 12, "15,20"},
+               {"15,20", 15, "20"},
+               {"20", 20, ""},
+               {"in (12)", 12, ""},
+               {"", 0, ""}};
   for (const auto& test : cases) {
     std::string list = test.list;
     std::int32_t number = -1;
@@ -103,7 +117,8 @@ TEST(AutomaticClockIn, StandsOnTheDayWithTheCodesOfTheBoxes) {
   txtToday.Text = "11/17/04";
   AutoClockIn("07:15 am");
   AutoClockIn("");
-  EXPECT_EQ(payroll.Fields("EMPL_NUMB SORT_NAME ETIME EVENT_TYPE QUANTITY QUAN_DESC RATE GROSS ENTERPRISE MEMO HOURS"),
+  EXPECT_EQ(payroll.Fields("EMPL_NUMB SORT_NAME ETIME EVENT_TYPE QUANTITY QUAN_DESC RATE GROSS "
+                           "ENTERPRISE MEMO HOURS"),
             "130,DURAND ANNE,11/17/2004 7:15:00 AM,I,0, ,0,0,12, ,-|"
             "130,DURAND ANNE,11/17/2004 12:00:00 AM,I,0, ,0,0,12, ,-");
 }
@@ -117,33 +132,59 @@ TEST(EmployeeHours, PairsClockEventsAndSpreadsHours) {
   };
   const Day cases[] = {
       {"the worked day",
-       {"130 I 7:00 am", "130 P 8:00 am 100 .5", "130 P 10:00 am 50 .5", "130 O 11:30 am", "130 I 12:30 pm"},
+       {"130 I 7:00 am", "130 P 8:00 am 100 .5", "130 P 10:00 am 50 .5", "130 O 11:30 am",
+        "130 I 12:30 pm"},
        "3:15 pm",
-       "130 I 07:00 am 0h|130 P 08:00 am 100x0.5=50 3h 16.67/h|130 P 10:00 am 50x0.5=25 1.5h 16.67/h|"
+       "130 I 07:00 am 0h|130 P 08:00 am 100x0.5=50 3h 16.67/h|130 P 10:00 am 50x0.5=25 1.5h "
+       "16.67/h|"
        "130 O 11:30 am|130 I 12:30 pm 2.75h"},
-      {"a clock-in ends the open period", {"130 I 8:00 am", "130 I 1:00 pm", "130 O 5:00 pm"}, "6:00 pm",
+      {"a clock-in ends the open period",
+       {"130 I 8:00 am", "130 I 1:00 pm", "130 O 5:00 pm"},
+       "6:00 pm",
        "130 I 08:00 am 5h|130 I 01:00 pm 4h|130 O 05:00 pm"},
-      {"the later of two clock-outs", {"130 I 8:00 am", "130 O 9:00 am", "130 O 10:00 am"}, "6:00 pm",
+      {"the later of two clock-outs",
+       {"130 I 8:00 am", "130 O 9:00 am", "130 O 10:00 am"},
+       "6:00 pm",
        "130 I 08:00 am 2h|130 O 09:00 am|130 O 10:00 am"},
-      {"what comes before the first clock-in", {"130 O 6:00 am", "130 P 6:30 am 5 1", "130 I 8:00 am", "130 O 9:00 am"},
-       "6:00 pm", "130 O 06:00 am|130 P 06:30 am 5x1|130 I 08:00 am 1h|130 O 09:00 am"},
+      {"what comes before the first clock-in",
+       {"130 O 6:00 am", "130 P 6:30 am 5 1", "130 I 8:00 am", "130 O 9:00 am"},
+       "6:00 pm",
+       "130 O 06:00 am|130 P 06:30 am 5x1|130 I 08:00 am 1h|130 O 09:00 am"},
       {"piecework behind the clock-out counts towards the period and is left alone",
-       {"130 I 8:00 am", "130 P 8:30 am 10 1", "130 O 10:00 am", "130 P 10:30 am 10 1"}, "6:00 pm",
+       {"130 I 8:00 am", "130 P 8:30 am 10 1", "130 O 10:00 am", "130 P 10:30 am 10 1"},
+       "6:00 pm",
        "130 I 08:00 am 0h|130 P 08:30 am 10x1=10 1h 10/h|130 O 10:00 am|130 P 10:30 am 10x1"},
       {"on the boundary of two periods the later one writes last",
-       {"130 I 8:00 am", "130 P 10:00 am 10 1", "130 I 10:00 am", "130 P 10:30 am 10 1", "130 O 12:00 pm"}, "6:00 pm",
-       "130 I 08:00 am 0h|130 P 10:00 am 10x1=10 2h 5/h|130 I 10:00 am 0h|130 P 10:30 am 10x1=10 2h 5/h|130 O 12:00 pm"},
-      {"piecework without a rate is paid by the hour", {"130 I 8:00 am", "130 P 8:30 am 10 0", "130 O 9:00 am"},
-       "6:00 pm", "130 I 08:00 am 1h|130 P 08:30 am 10x0|130 O 09:00 am"},
-      {"quantities that cancel out", {"130 I 8:00 am", "130 P 8:30 am 10 2", "130 P 8:40 am -10 2", "130 O 9:00 am"},
-       "6:00 pm", "130 I 08:00 am 1h|130 P 08:30 am 10x2|130 P 08:40 am -10x2|130 O 09:00 am"},
+       {"130 I 8:00 am", "130 P 10:00 am 10 1", "130 I 10:00 am", "130 P 10:30 am 10 1",
+        "130 O 12:00 pm"},
+       "6:00 pm",
+       "130 I 08:00 am 0h|130 P 10:00 am 10x1=10 2h 5/h|130 I 10:00 am 0h|130 P 10:30 am 10x1=10 "
+       "2h 5/h|130 O 12:00 pm"},
+      {"piecework without a rate is paid by the hour",
+       {"130 I 8:00 am", "130 P 8:30 am 10 0", "130 O 9:00 am"},
+       "6:00 pm",
+       "130 I 08:00 am 1h|130 P 08:30 am 10x0|130 O 09:00 am"},
+      {"quantities that cancel out",
+       {"130 I 8:00 am", "130 P 8:30 am 10 2", "130 P 8:40 am -10 2", "130 O 9:00 am"},
+       "6:00 pm",
+       "130 I 08:00 am 1h|130 P 08:30 am 10x2|130 P 08:40 am -10x2|130 O 09:00 am"},
       {"still clocked in: until now", {"130 I 8:00 am"}, "9:30 am", "130 I 08:00 am 1.5h"},
-      {"still clocked in: not past the default clock-out", {"130 I 8:00 am"}, "6:00 pm", "130 I 08:00 am 9h"},
-      {"clocked in after it: the size of the difference", {"130 I 6:00 pm"}, "7:00 pm", "130 I 06:00 pm 1h"},
-      {"the marker of the standard rate gets no special reading", {"130 I 8:00 am", "130 P 8:30 am 2 -9", "130 O 9:00 am"},
-       "6:00 pm", "130 I 08:00 am 0h|130 P 08:30 am 2x-9=-18 1h -18/h|130 O 09:00 am"},
-      {"each employee alone", {"130 I 8:00 am", "101 I 9:00 am", "130 O 10:00 am", "101 O 12:00 pm", "140 P 9:00 am 1 1"},
-       "6:00 pm", "130 I 08:00 am 2h|101 I 09:00 am 3h|130 O 10:00 am|101 O 12:00 pm|140 P 09:00 am 1x1"},
+      {"still clocked in: not past the default clock-out",
+       {"130 I 8:00 am"},
+       "6:00 pm",
+       "130 I 08:00 am 9h"},
+      {"clocked in after it: the size of the difference",
+       {"130 I 6:00 pm"},
+       "7:00 pm",
+       "130 I 06:00 pm 1h"},
+      {"the marker of the standard rate gets no special reading",
+       {"130 I 8:00 am", "130 P 8:30 am 2 -9", "130 O 9:00 am"},
+       "6:00 pm",
+       "130 I 08:00 am 0h|130 P 08:30 am 2x-9=-18 1h -18/h|130 O 09:00 am"},
+      {"each employee alone",
+       {"130 I 8:00 am", "101 I 9:00 am", "130 O 10:00 am", "101 O 12:00 pm", "140 P 9:00 am 1 1"},
+       "6:00 pm",
+       "130 I 08:00 am 2h|101 I 09:00 am 3h|130 O 10:00 am|101 O 12:00 pm|140 P 09:00 am 1x1"},
   };
   for (const Day& day : cases) {
     SCOPED_TRACE(day.what);
@@ -174,7 +215,8 @@ TEST(EmployeeHours, RefusesADayThatIsNone) {
     payroll.Desktop.WillAnswer(BoxAnswer::Ok);
     CalcEmplHours();
     EXPECT_TRUE(JobStepAborted);
-    EXPECT_EQ(payroll.Desktop.TakeShown(), std::string("[!] Ostrel Payroll | ") + test.message + " | Ok -> Ok");
+    EXPECT_EQ(payroll.Desktop.TakeShown(),
+              std::string("[!] Ostrel Payroll | ") + test.message + " | Ok -> Ok");
     EXPECT_EQ(payroll.Desktop.Pointer(), MousePointer::Normal);
   }
 }
@@ -182,13 +224,17 @@ TEST(EmployeeHours, RefusesADayThatIsNone) {
 TEST(EmployeeHours, APeriodOfNoMinutesIsReportedAndTheRestIsSaved) {
   Payroll payroll;
   payroll.Start();
-  for (const char* line : {"130 I 8:00 am", "130 P 8:00 am 10 1", "130 O 8:00 am", "140 I 8:00 am", "140 O 9:00 am"}) {
+  for (const char* line :
+       {"130 I 8:00 am", "130 P 8:00 am 10 1", "130 O 8:00 am", "140 I 8:00 am", "140 O 9:00 am"}) {
     payroll.AddLine(line);
   }
   payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
   CalcEmplHours();
-  EXPECT_EQ(payroll.Lines(), "130 I 08:00 am 0h|130 P 08:00 am 10x1=10 0h|130 O 08:00 am|140 I 08:00 am 1h|140 O 09:00 am");
-  EXPECT_NE(payroll.Desktop.TakeShown().find("(Err#11) in Line# 4450 in routine 'CalcEmplHours'"), std::string::npos);
+  EXPECT_EQ(payroll.Lines(),
+            "130 I 08:00 am 0h|130 P 08:00 am 10x1=10 0h|130 O 08:00 am|140 I 08:00 am 1h|140 O "
+            "09:00 am");
+  EXPECT_NE(payroll.Desktop.TakeShown().find("(Err#11) in Line# 4450 in routine 'CalcEmplHours'"),
+            std::string::npos);
 }
 
 TEST(EmployeeHours, MoreThanTwoHundredClockInsAreReported) {

@@ -24,7 +24,8 @@ constexpr std::int32_t kPlanted = 3022;
 /// An operator who agrees to everything and answers reports as told.
 class AgreeingDesktop : public ScriptedDesktop {
  public:
-  AgreeingDesktop(ScriptedDesktop& hands, BoxAnswer toReports) : hands_(hands), toReports_(toReports) {}
+  AgreeingDesktop(ScriptedDesktop& hands, BoxAnswer toReports)
+      : hands_(hands), toReports_(toReports) {}
   BoxAnswer ShowMessageBox(const MessageBoxRequest& request) override {
     switch (request.Buttons) {
       case BoxButtons::AbortRetryIgnore:
@@ -39,7 +40,8 @@ class AgreeingDesktop : public ScriptedDesktop {
         return BoxAnswer::Ok;
     }
   }
-  std::string ShowInputBox(const std::string&, const std::string&, const std::string& offered) override {
+  std::string ShowInputBox(const std::string&, const std::string&,
+                           const std::string& offered) override {
     return Typed.empty() ? offered : Typed;
   }
   std::string ShowOpenFile(const OpenFileRequest&) override { return {}; }
@@ -63,7 +65,8 @@ struct Site {
 /// Notes the sites that are reached; fails once, before or behind the statement of one of them.
 class Planter : public StatementProbe {
  public:
-  explicit Planter(std::optional<Site> target = {}, bool behind = false) : target_(std::move(target)), behind_(behind) {
+  explicit Planter(std::optional<Site> target = {}, bool behind = false)
+      : target_(std::move(target)), behind_(behind) {
     SetStatementProbe(this);
   }
   ~Planter() override { SetStatementProbe(nullptr); }
@@ -93,7 +96,9 @@ struct Scenario {
 };
 
 void MakeADay(Payroll& payroll) {
-  for (const char* line : {"130 I 7:00 am", "101 I 7:00 am", "130 P 8:00 am 10 .5", "101 O 9:00 am"}) payroll.AddLine(line);
+  for (const char* line :
+       {"130 I 7:00 am", "101 I 7:00 am", "130 P 8:00 am 10 .5", "101 O 9:00 am"})
+    payroll.AddLine(line);
 }
 
 void PrintTo(const Scenario& scenario, std::ostream* out) { *out << scenario.Name; }
@@ -225,20 +230,23 @@ struct Outcome {
 std::string StateOf(Payroll& payroll) {
   std::string state = payroll.Ini() + "\n" + ReadWholeFile(payroll.Disk("Pck-1234.asc")) + "\n";
   for (const TextBox& box : txtInput) state += box.Text.Get() + "|";
-  state += txtToday.Text.Get() + "|" + lblLineCt.Caption.Get() + "|" + lblClient.Caption.Get() + "|" +
-           (ScanMain.ActiveControl() != nullptr ? ScanMain.ActiveControl()->Name : "") + "\n";
+  state += txtToday.Text.Get() + "|" + lblLineCt.Caption.Get() + "|" + lblClient.Caption.Get() +
+           "|" + (ScanMain.ActiveControl() != nullptr ? ScanMain.ActiveControl()->Name : "") + "\n";
   if (PrinDb) {
-    state += payroll.Fields("EMPL_NUMB SORT_NAME ETIME EVENT_TYPE QUANTITY QUAN_DESC RATE GROSS ENTERPRISE MEMO HOURS "
-                            "HOUR_GROSS");
+    state += payroll.Fields(
+        "EMPL_NUMB SORT_NAME ETIME EVENT_TYPE QUANTITY QUAN_DESC RATE GROSS ENTERPRISE MEMO HOURS "
+        "HOUR_GROSS");
   }
   // Every run has a folder of its own.
-  for (std::size_t at = state.find(payroll.Folder.Path()); at != std::string::npos; at = state.find(payroll.Folder.Path())) {
+  for (std::size_t at = state.find(payroll.Folder.Path()); at != std::string::npos;
+       at = state.find(payroll.Folder.Path())) {
     state.erase(at, payroll.Folder.Path().size());
   }
   return state;
 }
 
-Outcome Play(const Scenario& scenario, const std::optional<Site>& target, bool behind, BoxAnswer answer) {
+Outcome Play(const Scenario& scenario, const std::optional<Site>& target, bool behind,
+             BoxAnswer answer) {
   Payroll payroll;
   AgreeingDesktop desktop(payroll.Desktop, answer);
   Planter planter(target, behind);
@@ -251,7 +259,9 @@ Outcome Play(const Scenario& scenario, const std::optional<Site>& target, bool b
   return {StateOf(payroll), planter.Reached, desktop.Reports, planter.Done};
 }
 
-bool IsSilent(const Site& site) { return site.Routine == "DomainFunc" || site.Routine == "DomainList"; }
+bool IsSilent(const Site& site) {
+  return site.Routine == "DomainFunc" || site.Routine == "DomainList";
+}
 
 class Sweep : public testing::TestWithParam<Scenario> {};
 
@@ -272,8 +282,9 @@ TEST_P(Sweep, RetryAndIgnore) {
     const Outcome ignored = Play(GetParam(), site, true, BoxAnswer::Ignore);
     EXPECT_EQ(ignored.State, clean.State);
     ASSERT_EQ(ignored.Reports.size(), 1U);
-    EXPECT_TRUE(ignored.Reports[0].starts_with("Planted. (Err#3022) in Line# " + std::to_string(site.Line) +
-                                               " in routine '" + site.Routine + "' in module '" + site.Module + "'"));
+    EXPECT_TRUE(ignored.Reports[0].starts_with("Planted. (Err#3022) in Line# " +
+                                               std::to_string(site.Line) + " in routine '" +
+                                               site.Routine + "' in module '" + site.Module + "'"));
 
     // Ignored in its place, whatever follows is reported and comes to an end.
     const Outcome skipped = Play(GetParam(), site, false, BoxAnswer::Ignore);

@@ -24,14 +24,16 @@ std::string OfferedCrew() {
   const std::string& comment = txtComments.Text;
   const std::size_t mark = comment.find('#');
   double crew = 0;
-  if (mark != std::string::npos) statement(2310, [&] { crew = NumericPrefix(comment.substr(mark + 1)); });
+  if (mark != std::string::npos)
+    statement(2310, [&] { crew = NumericPrefix(comment.substr(mark + 1)); });
   return GeneralText(crew);
 }
 
 void Refuse(std::int32_t line, const std::string& reason) {
   Beep();
   statement(line, [&] {
-    MsgBox(reason + "\rAborting job step.", BoxButtons::Ok, BoxIcon::Information, mnuClockInACrew.Caption);
+    MsgBox(reason + "\rAborting job step.", BoxButtons::Ok, BoxIcon::Information,
+           mnuClockInACrew.Caption);
   });
 }
 
@@ -62,8 +64,9 @@ void mnuClockInACrew_Click() {
   });
   SetMousePointer(MousePointer::Normal);
   statement(2380, [&] {
-    MsgBox(SignedNumberText(ListCount) + " employees in Crew#" + shownCrew + " have been clocked in.",
-           BoxButtons::Ok, BoxIcon::Information, mnuClockInACrew.Caption);
+    MsgBox(
+        SignedNumberText(ListCount) + " employees in Crew#" + shownCrew + " have been clocked in.",
+        BoxButtons::Ok, BoxIcon::Information, mnuClockInACrew.Caption);
   });
   BringDisplayUpToDate(statement, 2390);
 }

@@ -44,7 +44,8 @@ void mnuClockoutAllEmpls_Click() {
                   [&](std::int32_t EmplN) { WriteClockOut(EmplN, command.Time); });
   SetMousePointer(MousePointer::Normal);
   statement(2570, [&] {
-    MsgBox("All" + SignedNumberText(command.ListCount) + " employees have been clocked out as of " + command.Time,
+    MsgBox("All" + SignedNumberText(command.ListCount) + " employees have been clocked out as of " +
+               command.Time,
            BoxButtons::Ok, BoxIcon::Information, command.Caption);
   });
   BringDisplayUpToDate(statement, 2580);

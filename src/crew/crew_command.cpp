@@ -35,8 +35,8 @@ void BringDisplayUpToDate(const FailureTail& statement, std::int32_t line) {
 
 std::string EmployeesClockedIn(std::int32_t& ListCount) {
   std::string NotList;
-  return DomainList("Prin App", "EMPL_NUMB", WhereDay(txtToday.Text) + " and EVENT_TYPE = 'I'", NotList,
-                    ListCount);
+  return DomainList("Prin App", "EMPL_NUMB", WhereDay(txtToday.Text) + " and EVENT_TYPE = 'I'",
+                    NotList, ListCount);
 }
 
 std::string OnDayOfDateBox(const std::string& time) { return DayOfDateBox() + " " + time; }
@@ -48,7 +48,8 @@ bool StartsDayCommand(const FailureTail& statement, std::int32_t line, DayComman
   }
   std::string DefaultT = Format(Now(), TimeFormat);
   std::int16_t ReturnVal = kTimeCancelled;
-  statement(line + 1, [&] { AskTime(command.Prompt, DefaultT, command.Caption, command.Time, ReturnVal); });
+  statement(line + 1,
+            [&] { AskTime(command.Prompt, DefaultT, command.Caption, command.Time, ReturnVal); });
   if (ReturnVal == kTimeCancelled) {
     statement(line + 2, [] { txtInput[kEmplBox].SetFocus(); });
     return false;

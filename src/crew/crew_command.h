@@ -32,10 +32,10 @@ std::string OnDayOfDateBox(const std::string& time);
 /// somebody is clocked in. Says why not; on the way out the focus and the pointer are as they should
 /// be. Uses the statements `line` to `line` + 4; the wait pointer shows when it returns true.
 struct DayCommand {
-  std::string Prompt;   // "Clock out all Employees"
-  std::string Caption;  // of the menu entry
-  std::string Time;     // out: the time text to use; empty when the answer held a date
-  std::string EmplList; // out
+  std::string Prompt;          // "Clock out all Employees"
+  std::string Caption;         // of the menu entry
+  std::string Time;            // out: the time text to use; empty when the answer held a date
+  std::string EmplList;        // out
   std::int32_t ListCount = 0;  // out
 };
 bool StartsDayCommand(const FailureTail& statement, std::int32_t line, DayCommand& command);

@@ -51,16 +51,16 @@ void CopyLatestClockIns(const std::string& time) {
 void mnuReClockInAllEmpls_Click() {
   DayCommand command{"ReClock in all Employees", mnuReClockInAllEmpls.Caption, {}, {}, 0};
   if (!StartsDayCommand(statement, 3284, command)) return;
-  const std::string query =
-      "Select * from [OstrelPr]" + WhereDay(txtToday.Text) + " and EVENT_TYPE = 'I' order by EMPL_NUMB, ETIME Desc";
+  const std::string query = "Select * from [OstrelPr]" + WhereDay(txtToday.Text) +
+                            " and EVENT_TYPE = 'I' order by EMPL_NUMB, ETIME Desc";
   statement(3290, [&] { LinesRs = PrinDb.OpenRecordset(query, RecordsetType::Dynaset); });
   statement(3294, [] { PrinDb.ShareCommits(); });
   CopyLatestClockIns(command.Time);
   statement(3380, [] { PrinDb.CommitShared(); });
   SetMousePointer(MousePointer::Normal);
   statement(3390, [&] {
-    MsgBox("All" + SignedNumberText(command.ListCount) + " employees have been clocked back in as of " +
-               command.Time,
+    MsgBox("All" + SignedNumberText(command.ListCount) +
+               " employees have been clocked back in as of " + command.Time,
            BoxButtons::Ok, BoxIcon::Information, command.Caption);
   });
   BringDisplayUpToDate(statement, 3400);

@@ -27,8 +27,9 @@ void SetRecordSource() {
   constexpr FailureTail statement{ScannerModule, "SetRecordSource"};
   std::string where;
   statement(5810, [&] { where = WhereSelect(); });
-  Data1.RecordSource = "Select * from [OstrelPr]" + where +
-                       (mnuEmplOrder.Checked ? " Order by EMPL_NUMB, ETIME" : " Order by ETIME Desc");
+  Data1.RecordSource =
+      "Select * from [OstrelPr]" + where +
+      (mnuEmplOrder.Checked ? " Order by EMPL_NUMB, ETIME" : " Order by ETIME Desc");
   statement(5840, [] { Data1.Refresh(); });
   statement(5850, [] { DisplayTotals(); });
 }
@@ -55,8 +56,8 @@ void mnuDisplayCurrentEmpl_Click() {
   }
   Beep();
   statement(3006, [] {
-    MsgBox("No employee number specified!\rEnter an employee number then try again.", BoxButtons::Ok,
-           BoxIcon::Information);
+    MsgBox("No employee number specified!\rEnter an employee number then try again.",
+           BoxButtons::Ok, BoxIcon::Information);
   });
   mnuDisplayCurrentEmpl.Checked = false;
   statement(3008, [] { txtInput[kEmplBox].SetFocus(); });

@@ -47,7 +47,9 @@ void JoinDateAndTime() {
   const std::string text = date + " " + time;
   if (Trim(date).empty() || Trim(time).empty() || !IsDate(text)) {
     Beep();
-    statement(5888, [&] { MsgBox("Bad Date: " + text + "\rignoring", BoxButtons::Ok, BoxIcon::Exclamation); });
+    statement(5888, [&] {
+      MsgBox("Bad Date: " + text + "\rignoring", BoxButtons::Ok, BoxIcon::Exclamation);
+    });
     return;
   }
   Recordset& line = Data1.Recordset;

@@ -17,7 +17,8 @@ namespace {
 Control& Focused() {
   Control* control = ScanMain.ActiveControl();
   if (control != nullptr) return *control;
-  throw Failure(failure_number::kNoSuchProperty, "Object doesn't support this property: nothing has the focus.");
+  throw Failure(failure_number::kNoSuchProperty,
+                "Object doesn't support this property: nothing has the focus.");
 }
 
 std::string DeleteQuestion(std::size_t count) {
@@ -32,8 +33,9 @@ void mnuDeleteLine_Click() {
   const std::vector<Bookmark> selected = TDBGrid1.SelBookmarks;
   if (selected.empty()) {
     statement(2880, [] {
-      MsgBox("To select a line to delete, click in the box on its left edge then redo this command.",
-             BoxButtons::Ok, BoxIcon::Information);
+      MsgBox(
+          "To select a line to delete, click in the box on its left edge then redo this command.",
+          BoxButtons::Ok, BoxIcon::Information);
     });
     return;
   }

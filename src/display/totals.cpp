@@ -18,7 +18,8 @@ void DisplayTotals() {
   statement(4710, [&] { where = WhereSelect(); });
   const auto showSum = [&](std::int32_t line, const char* field, const char* pattern) {
     statement(line, [&] {
-      TDBGrid1.Columns(field).FooterText = Format(DomainFunc("Prin App", field, where, "Sum"), pattern);
+      TDBGrid1.Columns(field).FooterText =
+          Format(DomainFunc("Prin App", field, where, "Sum"), pattern);
     });
   };
   showSum(4720, "QUANTITY", "");

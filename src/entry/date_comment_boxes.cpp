@@ -20,7 +20,8 @@ void LightUp(TextBox& box) {
 
 /// An arrow that would leave the box at either end goes back to the row of input boxes.
 bool LeavesBox(const TextBox& box, int KeyCode) {
-  return (KeyCode == key::kLeft && box.CaretAtStart()) || (KeyCode == key::kRight && box.CaretAtEnd());
+  return (KeyCode == key::kLeft && box.CaretAtStart()) ||
+         (KeyCode == key::kRight && box.CaretAtEnd());
 }
 
 }  // namespace

@@ -39,9 +39,8 @@ bool RateIsSettled() {
   if (rate != 0) return true;
   Beep();
   double suggestion = 0;
-  statement(330, [&] {
-    suggestion = DomainFunc("Prin App", "RATE", kLastPiecework, "LAST").ToDouble();
-  });
+  statement(
+      330, [&] { suggestion = DomainFunc("Prin App", "RATE", kLastPiecework, "LAST").ToDouble(); });
   if (suggestion <= 0) suggestion = 1;
   std::string answer;
   statement(340, [&] {
@@ -67,7 +66,8 @@ bool DescriptionIsSettled() {
   if (suggestion == "0") suggestion = "PCE";
   std::string answer;
   statement(390, [&] {
-    answer = InputBox("\rPiecework Quantity Description?", "Quantity Description not set", suggestion);
+    answer =
+        InputBox("\rPiecework Quantity Description?", "Quantity Description not set", suggestion);
   });
   if (answer.empty()) return false;
   txtInput[kQuanDescBox].Text = UpperCase(answer);
@@ -75,7 +75,8 @@ bool DescriptionIsSettled() {
 }
 
 std::int32_t ClockInsOfDay() {
-  const std::string where = WhereDay(txtToday.Text) + " and EMPL_NUMB = " + txtInput[kEmplBox].Text.Get() +
+  const std::string where = WhereDay(txtToday.Text) +
+                            " and EMPL_NUMB = " + txtInput[kEmplBox].Text.Get() +
                             " and EVENT_TYPE='I';";
   std::int32_t count = 0;
   statement(430, [&] { count = DomainFunc("Prin App", "EVENT_TYPE", where, "Count").ToLong(); });
@@ -92,8 +93,8 @@ bool ClockInIsSettled(std::string& AutoClockInVal) {
   std::string TimeOut;
   std::int16_t ReturnVal = 0;
   statement(450, [&] {
-    AskTime("Clock in Empl# " + Trim(txtInput[kEmplBox].Text), DefaultClockIn, "Employee not clocked in",
-            TimeOut, ReturnVal);
+    AskTime("Clock in Empl# " + Trim(txtInput[kEmplBox].Text), DefaultClockIn,
+            "Employee not clocked in", TimeOut, ReturnVal);
   });
   if (ReturnVal == kTimeCancelled) return false;
   AutoClockInVal = TimeOut;
@@ -124,7 +125,8 @@ void cmdSave_Click() {
 
 void cmdSave_GotFocus() {
   Shape1.Visible = true;
-  if (mnuUseTimeClock.Checked && mnuAutosetTime.Checked) txtInput[kTimeBox].Text = Format(Now(), TimeFormat);
+  if (mnuUseTimeClock.Checked && mnuAutosetTime.Checked)
+    txtInput[kTimeBox].Text = Format(Now(), TimeFormat);
 }
 
 void cmdSave_LostFocus() { Shape1.Visible = false; }

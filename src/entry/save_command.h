@@ -5,7 +5,6 @@
 // brings the display up to date and puts the focus back into the employee box. Nothing is written
 // until all questions are answered.
 
-
 namespace ostrel {
 
 void cmdSave_Click();

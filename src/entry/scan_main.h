@@ -15,8 +15,18 @@ namespace ostrel {
 extern Form ScanMain;
 
 /// The boxes of the line in the making, by index.
-enum InputBoxIndex { kEmplBox, kQuantityBox, kTimeBox, kQuanDescBox, kRateBox, kEnterpriseBox,
-                     kOperationBox, kEquipBox, kMemoBox, kInputBoxCount };
+enum InputBoxIndex {
+  kEmplBox,
+  kQuantityBox,
+  kTimeBox,
+  kQuanDescBox,
+  kRateBox,
+  kEnterpriseBox,
+  kOperationBox,
+  kEquipBox,
+  kMemoBox,
+  kInputBoxCount
+};
 extern std::array<TextBox, kInputBoxCount> txtInput;
 
 /// The event buttons, by index.
@@ -33,8 +43,8 @@ extern CheckBox chkStdRate;
 extern Shape Shape1;
 extern DataControl Data1;
 
-extern MenuItem mnuFile, mnuUpdateDescs, mnuMinWageWatch, mnuSep0, mnuPrintLines, mnuEmplDailyRpt, mnuSep01,
-    mnuWriteImportFile, mnuSep1, mnuExit;
+extern MenuItem mnuFile, mnuUpdateDescs, mnuMinWageWatch, mnuSep0, mnuPrintLines, mnuEmplDailyRpt,
+    mnuSep01, mnuWriteImportFile, mnuSep1, mnuExit;
 extern MenuItem mnuEdit, mnuCut, mnuCopy, mnuPaste, mnuSep2, mnuDeleteLine, mnuClockInACrew,
     mnuClockoutAllEmpls, mnuReClockInAllEmpls, mnuEdSep2, mnuJumpQDesc;
 extern MenuItem mnuView, mnuDisplayCurrentEmpl, mnuEmplOrder, mnuDisplayAllDates;

@@ -98,7 +98,9 @@ std::string RecordOfEvent() {
   return type == "P" ? PieceworkRecord() : std::string();
 }
 
-std::string RecordOfPlainLine() { return NumberOf("QUANTITY") == 0 ? HoursRecord() : PieceworkRecord(); }
+std::string RecordOfPlainLine() {
+  return NumberOf("QUANTITY") == 0 ? HoursRecord() : PieceworkRecord();
+}
 
 bool StepUp(std::int32_t line, bool toLast) {
   bool onLine = false;
@@ -159,7 +161,8 @@ bool OpenImportFile(ReplacementFile& file) {
 
 void WriteHeadings(ReplacementFile& file) {
   statement(5030, [&] { file.WriteLine("*" + lblClient.Caption.Get()); });
-  statement(5040, [&] { file.WriteLine("*" + txtToday.Text.Get() + ", " + lblToday.Caption.Get()); });
+  statement(5040,
+            [&] { file.WriteLine("*" + txtToday.Text.Get() + ", " + lblToday.Caption.Get()); });
   statement(5050, [&] { file.WriteLine("*" + txtComments.Text.Get()); });
 }
 
@@ -169,7 +172,9 @@ bool HasDayToWrite() {
   statement(4990, [&] { lines = NumericPrefix(lblLineCt.Caption); });
   if (lines < 1) {
     Beep();
-    statement(5000, [] { MsgBox("No lines to export.\rAborting job step.", BoxButtons::Ok, BoxIcon::Information); });
+    statement(5000, [] {
+      MsgBox("No lines to export.\rAborting job step.", BoxButtons::Ok, BoxIcon::Information);
+    });
     return false;
   }
   if (IsDate(txtToday.Text)) return true;

@@ -16,11 +16,12 @@ bool JobStepAborted = false;
 std::string StorePath() { return DataPath + kPathSeparator + "Prin" + ClientNumb + ".mdb"; }
 
 void ResetAppState() {
-  for (std::string* text : {&TimeFormat, &DateFormat, &DbaseConnect, &DbaseExt, &DataPath, &RemoteDrive,
-                            &ClientNumb, &DefaultClockIn, &DefaultClockOut}) {
+  for (std::string* text : {&TimeFormat, &DateFormat, &DbaseConnect, &DbaseExt, &DataPath,
+                            &RemoteDrive, &ClientNumb, &DefaultClockIn, &DefaultClockOut}) {
     text->clear();
   }
-  for (Recordset* recordset : {&LinesRs, &ClientRs, &PrmsRs, &GlenRs, &GlodRs, &GleqRs}) *recordset = {};
+  for (Recordset* recordset : {&LinesRs, &ClientRs, &PrmsRs, &GlenRs, &GlodRs, &GleqRs})
+    *recordset = {};
   PrinDb = {};
   DescDb = {};
   PrinDbOpen = DescDbOpen = JobStepAborted = false;

@@ -17,10 +17,12 @@ extern std::string DbaseConnect;  ///< how the folder of tables is opened
 extern std::string DbaseExt;      ///< ".dbf"
 
 // Who and where.
-extern std::string DataPath;     ///< folder of the executable: store, tables and log; no separator behind
-extern std::string RemoteDrive;  ///< exchange folder on the office's disk, ending in a separator; "" unknown
-extern std::string ClientNumb;   ///< four characters, from the names of the client's files
-extern std::int32_t UserCount;   ///< how many users share the data
+extern std::string
+    DataPath;  ///< folder of the executable: store, tables and log; no separator behind
+extern std::string
+    RemoteDrive;  ///< exchange folder on the office's disk, ending in a separator; "" unknown
+extern std::string ClientNumb;  ///< four characters, from the names of the client's files
+extern std::int32_t UserCount;  ///< how many users share the data
 
 // Time texts offered for clock-in, and the latest end of an open clock-in.
 extern std::string DefaultClockIn;

@@ -1,7 +1,7 @@
 #include "frame/failure_reporting.h"
 
-#include <array>
 #include <algorithm>
+#include <array>
 #include <iostream>
 #include <new>
 #include <stdexcept>
@@ -22,8 +22,8 @@ StatementProbe* TheProbe = nullptr;
 
 namespace {
 
-constexpr std::int32_t kTooComplex = 16;     // skipped without a word
-constexpr float kLockPatience = 10.0F;       // seconds
+constexpr std::int32_t kTooComplex = 16;  // skipped without a word
+constexpr float kLockPatience = 10.0F;    // seconds
 constexpr float kSecondsOfADay = 86400.0F;
 constexpr int kDeepestOwnReport = 2;
 
@@ -82,7 +82,8 @@ std::string VersionNote() {
   std::string file = folder + base + kExecutableExtension;
   std::string shown = file;
   if (upper.starts_with("HALV")) {
-    file = folder + (upper == "HALVCONV" ? "Halvane_Convert" : "Halvane Accounting") + kExecutableExtension;
+    file = folder + (upper == "HALVCONV" ? "Halvane_Convert" : "Halvane Accounting") +
+           kExecutableExtension;
     shown = upper == "HALVCONV" ? file : "Halvane Accounting";
   }
   const Moment dated = Exist(file) ? LastModified(file) : Moment{};

@@ -80,7 +80,8 @@ void RunProbed(const StatementSite& site, Statement& statement) {
 /// The full tail.
 class FailureTail {
  public:
-  constexpr FailureTail(const char* module, const char* routine) : module_(module), routine_(routine) {}
+  constexpr FailureTail(const char* module, const char* routine)
+      : module_(module), routine_(routine) {}
 
   template <class Statement>
   void operator()(std::int32_t line, Statement&& statement) const {
@@ -104,7 +105,8 @@ class FailureTail {
 /// The silent tail: a failing statement is passed over, and the caller sees it by the result alone.
 class SilentTail {
  public:
-  constexpr SilentTail(const char* module, const char* routine) : module_(module), routine_(routine) {}
+  constexpr SilentTail(const char* module, const char* routine)
+      : module_(module), routine_(routine) {}
 
   template <class Statement>
   void operator()(std::int32_t line, Statement&& statement) const noexcept {

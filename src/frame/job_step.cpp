@@ -8,7 +8,8 @@ namespace ostrel {
 void SayNoDay(const FailureTail& statement, std::int32_t line) {
   Beep();
   statement(line, [] {
-    MsgBox("The Date='" + txtToday.Text.Get() + "'!\rSpecify the one day desired then rerun this job step.",
+    MsgBox("The Date='" + txtToday.Text.Get() +
+               "'!\rSpecify the one day desired then rerun this job step.",
            BoxButtons::Ok, BoxIcon::Exclamation);
   });
 }

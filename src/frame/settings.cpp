@@ -27,20 +27,28 @@ struct ClockSetting {
   const char* WhenMissing;
   const char* AskTitle;
   const char* AskPrompt;
-  const char* Likely;    // what a time without am or pm most likely means
+  const char* Likely;  // what a time without am or pm most likely means
   const char* Unlikely;
 
   void ShowCaption() const { Menu.Caption = CaptionPrefix + Time; }
 };
 
 ClockSetting ClockInSetting() {
-  return {DefaultClockIn,         mnuDefaultClockIn, DefaultClockInPrefix, "Default Clock In", "8:00 am",
-          "Set Default Clock In Time", "Default Clock In Time?", " am", " pm"};
+  return {DefaultClockIn, mnuDefaultClockIn,           DefaultClockInPrefix,     "Default Clock In",
+          "8:00 am",      "Set Default Clock In Time", "Default Clock In Time?", " am",
+          " pm"};
 }
 
 ClockSetting ClockOutSetting() {
-  return {DefaultClockOut,         mnuDefaultClockOut, DefaultClockOutPrefix, "Default Clock Out", "5:00 pm",
-          "Set Default Clock Out Time", "Default Clock Out Time?", " pm", " am"};
+  return {DefaultClockOut,
+          mnuDefaultClockOut,
+          DefaultClockOutPrefix,
+          "Default Clock Out",
+          "5:00 pm",
+          "Set Default Clock Out Time",
+          "Default Clock Out Time?",
+          " pm",
+          " am"};
 }
 
 std::string IniPath() { return ConfigurationFolder() + kPathSeparator + "Halvane.ini"; }
@@ -126,8 +134,10 @@ void PutIniParms() {
   constexpr FailureTail statement{ScannerModule, "PutIniParms"};
   statement(5710, [] { IniWrite(kIniSection, "Default Clock In", DefaultClockIn); });
   statement(5720, [] { IniWrite(kIniSection, "Default Clock Out", DefaultClockOut); });
-  statement(5730, [] { IniWrite(kIniSection, "UseTimeClock", TrueOrFalse(mnuUseTimeClock.Checked)); });
-  statement(5740, [] { IniWrite(kIniSection, "AutosetTime", TrueOrFalse(mnuAutosetTime.Checked)); });
+  statement(5730,
+            [] { IniWrite(kIniSection, "UseTimeClock", TrueOrFalse(mnuUseTimeClock.Checked)); });
+  statement(5740,
+            [] { IniWrite(kIniSection, "AutosetTime", TrueOrFalse(mnuAutosetTime.Checked)); });
   statement(5750, [] { IniWrite(kIniSection, "Comments", txtComments.Text); });
 }
 

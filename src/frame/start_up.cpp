@@ -26,13 +26,15 @@ namespace ostrel {
 
 namespace {
 
-constexpr std::size_t kWordLength = 4;            // of a table word: Hvcl, Prms, ...
-constexpr std::size_t kBareFileNameLength = 8;    // "Hvcl.dbf" names no client
-constexpr int kGridColumnsStart = 420;            // twips; column 0 stands under box 0
-constexpr int kSideMargin = 1440 / 4;             // twips
-constexpr int kTopMargin = 1440 / 2;              // twips
+constexpr std::size_t kWordLength = 4;          // of a table word: Hvcl, Prms, ...
+constexpr std::size_t kBareFileNameLength = 8;  // "Hvcl.dbf" names no client
+constexpr int kGridColumnsStart = 420;          // twips; column 0 stands under box 0
+constexpr int kSideMargin = 1440 / 4;           // twips
+constexpr int kTopMargin = 1440 / 2;            // twips
 
-std::string TablePath(const char* word) { return DataPath + kPathSeparator + word + ClientNumb + DbaseExt; }
+std::string TablePath(const char* word) {
+  return DataPath + kPathSeparator + word + ClientNumb + DbaseExt;
+}
 
 /// The first name of a client's file in the listing, or the empty text.
 std::string FirstClientFile(const std::vector<std::string>& names) {
@@ -62,7 +64,8 @@ void OpenStore(const FailureTail& statement) {
 }
 
 /// An office table in the order of its key, on its first row with a key of 1 or more.
-void OpenOrdered(const FailureTail& statement, std::int32_t line, const char* word, Recordset& table) {
+void OpenOrdered(const FailureTail& statement, std::int32_t line, const char* word,
+                 Recordset& table) {
   statement(line, [&] { table = DescDb.OpenRecordset(word + ClientNumb, RecordsetType::Table); });
   statement(line + 1, [&] { table.SetIndex("PrimaryIndex"); });
   statement(line + 2, [&] { table.Seek(">=", 1); });
@@ -122,7 +125,8 @@ void Form_Load() {
   statement(1070, [] { SetRecordSource(); });
 
   statement(1080, [] { ClientRs.MoveFirst(); });
-  statement(1090, [] { lblClient.Caption = ClientNumb + ", " + Format(ClientRs["NAME"].Get(), ""); });
+  statement(1090,
+            [] { lblClient.Caption = ClientNumb + ", " + Format(ClientRs["NAME"].Get(), ""); });
   ShowDay();
   statement(1100, [] { lblMinWage.Caption = Format(NumOrZero(ClientRs, "MIN_WAGE"), "#.00"); });
   TDBGrid1.Columns("TIME").NumberFormat = TimeFormat;
@@ -144,7 +148,9 @@ void OpenAll() {
   bool resumedUpdate = false;
   statement(13011, [&] { resumedUpdate = ResumeInstall(DataPath); });
   std::string clientFile;
-  statement(13012, [&] { clientFile = FirstClientFile(ListFiles(DataPath + kPathSeparator + "Hvcl*.dbf")); });
+  statement(13012, [&] {
+    clientFile = FirstClientFile(ListFiles(DataPath + kPathSeparator + "Hvcl*.dbf"));
+  });
   if (!clientFile.empty()) {
     ClientNumb = clientFile.substr(kWordLength, kWordLength);
   } else {
@@ -156,11 +162,13 @@ void OpenAll() {
     bool there = true;
     statement(13020, [&] { there = Exist(TablePath(word)); });
     if (there) continue;
-    statement(13024, [&] { MsgBox(TablePath(word) + " not found.", BoxButtons::Ok, BoxIcon::Stop); });
+    statement(13024,
+              [&] { MsgBox(TablePath(word) + " not found.", BoxButtons::Ok, BoxIcon::Stop); });
     throw ProgramEnded{};
   }
   if (resumedUpdate) statement(13026, [] { ClearYearToDatePay(); });
-  statement(13030, [] { ClientRs = DescDb.OpenRecordset("Hvcl" + ClientNumb, RecordsetType::Table); });
+  statement(13030,
+            [] { ClientRs = DescDb.OpenRecordset("Hvcl" + ClientNumb, RecordsetType::Table); });
   OpenStore(statement);
   OpenOrdered(statement, 13092, "Prms", PrmsRs);
   OpenOrdered(statement, 13095, "Glen", GlenRs);

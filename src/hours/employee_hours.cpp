@@ -123,9 +123,13 @@ void RewritePiecework(const Period& period) {
   statement(4410, [&] { gross = LineGross(); });
   statement(4420, [] { LinesRs.Edit(); });
   statement(4430, [&] { LinesRs["GROSS"] = Format(gross, "#0.00"); });
-  statement(4440, [&] { LinesRs["HOURS"] = Format(Divide(period.Hours * gross, period.PieceGross), "#0.00"); });
+  statement(4440, [&] {
+    LinesRs["HOURS"] = Format(Divide(period.Hours * gross, period.PieceGross), "#0.00");
+  });
   // Both read back, so that the rate on paper is the one of the rounded figures beside it.
-  statement(4450, [] { LinesRs["HOUR_GROSS"] = Format(Divide(NumberOf("GROSS"), NumberOf("HOURS")), "#0.00"); });
+  statement(4450, [] {
+    LinesRs["HOUR_GROSS"] = Format(Divide(NumberOf("GROSS"), NumberOf("HOURS")), "#0.00");
+  });
   statement(4460, [] { LinesRs.Update(); });
 }
 
@@ -136,7 +140,8 @@ void SpreadHours(const Period& period) {
   do {
     if (EventTypeOfLine(4370) != "P") continue;
     bool inPeriod = false;
-    statement(4380, [&] { inPeriod = NumberOf("QUANTITY") != 0 && span.Holds(TimeValue(TimeOfLine())); });
+    statement(4380,
+              [&] { inPeriod = NumberOf("QUANTITY") != 0 && span.Holds(TimeValue(TimeOfLine())); });
     if (inPeriod) RewritePiecework(period);
   } while (StepOn(4470));
 }
@@ -167,7 +172,8 @@ void CalcEmployee(std::int32_t EmplNumb) {
   const std::int16_t PeriodCount = PairClockEvents(periods);
   if (PeriodCount == 0) return;
   CloseLastPeriod(periods[static_cast<std::size_t>(PeriodCount)]);
-  for (std::size_t n = 1; n <= static_cast<std::size_t>(PeriodCount); ++n) RewritePeriod(periods[n]);
+  for (std::size_t n = 1; n <= static_cast<std::size_t>(PeriodCount); ++n)
+    RewritePeriod(periods[n]);
 }
 
 }  // namespace
@@ -182,8 +188,9 @@ void CalcEmplHours() {
   SetMousePointer(MousePointer::Wait);
   std::string NotList;
   std::int32_t ListCount = 0;
-  std::string EmplList = DomainList("Prin App", "EMPL_NUMB", WhereDay(txtToday.Text) + " and EVENT_TYPE = 'I'",
-                                    NotList, ListCount);
+  std::string EmplList =
+      DomainList("Prin App", "EMPL_NUMB", WhereDay(txtToday.Text) + " and EVENT_TYPE = 'I'",
+                 NotList, ListCount);
   if (ListCount == 0) {
     SayNobodyClockedIn(statement, 4174);
     JobStepAborted = true;

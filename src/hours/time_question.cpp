@@ -70,12 +70,13 @@ std::string AdjustTime(std::string& OldTime, double DeltaMin) {
   return adjusted;
 }
 
-void AskTime(const std::string& PromptT, std::string& DefaultT, const std::string& Hdg, std::string& TimeOut,
-             std::int16_t& ReturnVal) {
+void AskTime(const std::string& PromptT, std::string& DefaultT, const std::string& Hdg,
+             std::string& TimeOut, std::int16_t& ReturnVal) {
   constexpr FailureTail statement{ScannerModule, "AskTime"};
   const std::string question = PromptT + " at " + DefaultT + "?";
   BoxAnswer button = BoxAnswer::Cancel;
-  statement(3610, [&] { button = MsgBox(question, BoxButtons::YesNoCancel, BoxIcon::Question, Hdg); });
+  statement(3610,
+            [&] { button = MsgBox(question, BoxButtons::YesNoCancel, BoxIcon::Question, Hdg); });
   ReturnVal = static_cast<std::int16_t>(button);
   if (ReturnVal == kTimeConfirmed) TimeOut = DefaultT;
   if (ReturnVal != kTimeChanged) return;

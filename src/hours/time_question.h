@@ -32,7 +32,7 @@ inline constexpr std::int16_t kTimeChanged = 7;
 ///   DefaultT   the offered time; rewritten by AdjustTime when it is moved
 ///   TimeOut    out: the time; left as it was on Cancel, and when the answer holds a date
 ///   ReturnVal  out: one of the three numbers above
-void AskTime(const std::string& PromptT, std::string& DefaultT, const std::string& Hdg, std::string& TimeOut,
-             std::int16_t& ReturnVal);
+void AskTime(const std::string& PromptT, std::string& DefaultT, const std::string& Hdg,
+             std::string& TimeOut, std::int16_t& ReturnVal);
 
 }  // namespace ostrel

@@ -30,7 +30,8 @@ struct MessageBoxRequest {
   BoxButtons Buttons = BoxButtons::Ok;
   BoxIcon Icon = BoxIcon::None;
   std::string Title = std::string(kDefaultTitle);
-  std::string Detail = {};  ///< shown below the text, smaller; for what the system's text leaves out
+  std::string Detail =
+      {};  ///< shown below the text, smaller; for what the system's text leaves out
 };
 
 struct OpenFileRequest {
@@ -87,8 +88,10 @@ void SetDesktop(Desktop* desktop);
 
 BoxAnswer MsgBox(const MessageBoxRequest& request);
 BoxAnswer MsgBox(const std::string& text, BoxButtons buttons = BoxButtons::Ok,
-                 BoxIcon icon = BoxIcon::None, const std::string& title = std::string(kDefaultTitle));
-std::string InputBox(const std::string& prompt, const std::string& title, const std::string& offered);
+                 BoxIcon icon = BoxIcon::None,
+                 const std::string& title = std::string(kDefaultTitle));
+std::string InputBox(const std::string& prompt, const std::string& title,
+                     const std::string& offered);
 void Beep();
 void SetMousePointer(MousePointer pointer);
 void DoEvents();

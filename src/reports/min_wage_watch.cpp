@@ -39,10 +39,10 @@ void FindEmployeesBelow(Watch& watch) {
   PieceworkEarnings earnings;
   statement(2710, [&] { earnings.Derive(txtToday.Text); });
   std::string NotList;
-  watch.BelowList = DomainList("Prin App", "EMPL_NUMB",
-                               WhereDay(txtToday.Text) + " and EVENT_TYPE = 'W' and HOUR_GROSS<" +
-                                   lblMinWage.Caption.Get(),
-                               NotList, watch.BelowCount);
+  watch.BelowList = DomainList(
+      "Prin App", "EMPL_NUMB",
+      WhereDay(txtToday.Text) + " and EVENT_TYPE = 'W' and HOUR_GROSS<" + lblMinWage.Caption.Get(),
+      NotList, watch.BelowCount);
 }
 
 /// What stands between the brackets of a list.
@@ -55,7 +55,8 @@ std::string WithoutBrackets(std::string list) {
 std::string MessageOf(const Watch& watch) {
   const Moment now = Now();
   std::string average;
-  statement(2740, [&] { average = Format(Divide(watch.TotalGross, watch.ActiveCount), " #,###.00"); });
+  statement(2740,
+            [&] { average = Format(Divide(watch.TotalGross, watch.ActiveCount), " #,###.00"); });
   std::string message = lblClient.Caption.Get() + " " + txtToday.Text.Get() + "   at " +
                         Format(now, DateFormat) + " " + Format(now, TimeFormat) + "\r" +
                         "Active Employees:" + SignedNumberText(watch.ActiveCount) + "\r" +
@@ -63,8 +64,8 @@ std::string MessageOf(const Watch& watch) {
                         "Total Gross:" + Format(watch.TotalGross, " #,###.##") + "\r" +
                         "    Ave Gross/Empl:" + average + "\r\r";
   if (watch.BelowCount == 0) return message + "ALL Employees earning minimum wage.";
-  return message + std::to_string(watch.BelowCount) + " Employees not earning minimum wage.\r   Employee#s: " +
-         WithoutBrackets(watch.BelowList);
+  return message + std::to_string(watch.BelowCount) +
+         " Employees not earning minimum wage.\r   Employee#s: " + WithoutBrackets(watch.BelowList);
 }
 
 }  // namespace
@@ -87,7 +88,8 @@ void mnuMinWageWatch_Click() {
   FindEmployeesBelow(watch);
   const std::string message = MessageOf(watch);
   statement(2750, [&] {
-    MsgBox(message, BoxButtons::Ok, watch.BelowCount > 0 ? BoxIcon::Exclamation : BoxIcon::Information,
+    MsgBox(message, BoxButtons::Ok,
+           watch.BelowCount > 0 ? BoxIcon::Exclamation : BoxIcon::Information,
            mnuMinWageWatch.Caption);
   });
 }

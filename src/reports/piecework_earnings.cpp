@@ -22,9 +22,9 @@ struct Earnings {
 /// The day's piecework comes in order of employees, so an employee's lines stand together.
 std::vector<Earnings> EarningsOf(const std::string& day) {
   std::vector<Earnings> employees;
-  Recordset lines = PrinDb.OpenRecordset(
-      "Select * from [OstrelPr]" + WhereDay(day) + " and EVENT_TYPE = 'P' Order by EMPL_NUMB, ETIME",
-      RecordsetType::Dynaset);
+  Recordset lines = PrinDb.OpenRecordset("Select * from [OstrelPr]" + WhereDay(day) +
+                                             " and EVENT_TYPE = 'P' Order by EMPL_NUMB, ETIME",
+                                         RecordsetType::Dynaset);
   for (; !lines.Eof(); lines.MoveNext()) {
     const Value empl = lines["EMPL_NUMB"];
     if (employees.empty() || employees.back().EmplNumb != empl) employees.push_back({empl});

@@ -20,7 +20,8 @@ struct Selected {
 
 Selected SelectTable(const std::string& Domain) {
   const std::size_t blank = Domain.find(' ');
-  Selected selected{Domain.substr(0, blank), blank != std::string::npos && ContainsText(Domain, "app")};
+  Selected selected{Domain.substr(0, blank),
+                    blank != std::string::npos && ContainsText(Domain, "app")};
   if (selected.Table.size() == kTableWordLength) {
     selected.Table += ClientNumb;
   } else if (SameText(selected.Table, "REPORTS")) {
@@ -33,7 +34,8 @@ std::string WhereClause(const std::string& Criteria) {
   const std::string trimmed = Trim(Criteria);
   if (trimmed.empty()) return {};
   const std::size_t where = FindText(trimmed, "Where ");
-  std::string clause = where == std::string::npos ? " Where " + trimmed : " " + trimmed.substr(where);
+  std::string clause =
+      where == std::string::npos ? " Where " + trimmed : " " + trimmed.substr(where);
   const std::size_t order = FindText(clause, "Order ");
   if (order != std::string::npos) clause.resize(order);
   return clause;
@@ -54,8 +56,8 @@ Database& LookupStore(const std::string& path) {
 
 }  // namespace
 
-Value DomainFunc(const std::string& Domain, const std::string& FieldExpr, const std::string& Criteria,
-                 const std::string& Aggregate) {
+Value DomainFunc(const std::string& Domain, const std::string& FieldExpr,
+                 const std::string& Criteria, const std::string& Aggregate) {
   constexpr SilentTail statement{PrinModule, "DomainFunc"};
   const Selected selected = SelectTable(Domain);
   const std::string file = DataPath + kPathSeparator + selected.Table;
@@ -77,8 +79,8 @@ Value DomainFunc(const std::string& Domain, const std::string& FieldExpr, const 
   return result;
 }
 
-std::string DomainList(const std::string& Domain, const std::string& FieldExpr, const std::string& Criteria,
-                       std::string& NotList, std::int32_t& ListCount) {
+std::string DomainList(const std::string& Domain, const std::string& FieldExpr,
+                       const std::string& Criteria, std::string& NotList, std::int32_t& ListCount) {
   constexpr SilentTail statement{PrinModule, "DomainList"};
   NotList.clear();
   ListCount = 0;
@@ -115,7 +117,8 @@ float NumOrZero(const Recordset& recordset, const char* field) noexcept {
   try {
     const Value value = recordset[field];
     if (value.IsNull()) return 0;
-    return static_cast<float>(value.IsText() ? NumericPrefix(value.Characters()) : value.ToDouble());
+    return static_cast<float>(value.IsText() ? NumericPrefix(value.Characters())
+                                             : value.ToDouble());
   } catch (const std::exception&) {
     return 0;
   }

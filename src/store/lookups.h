@@ -20,16 +20,16 @@ namespace ostrel {
 ///   Criteria   where text, with or without the word where; an order clause in it is cut off
 ///   Aggregate  Sum, Max, Count or Last (the row entered last)
 ///   returns    the value; 0 where there are no rows, the value is Null or the query cannot be made
-Value DomainFunc(const std::string& Domain, const std::string& FieldExpr, const std::string& Criteria,
-                 const std::string& Aggregate);
+Value DomainFunc(const std::string& Domain, const std::string& FieldExpr,
+                 const std::string& Criteria, const std::string& Aggregate);
 
 /// The distinct values of a field in ascending order, as "in (101,102,130)".
 ///   Criteria   where text with its own " where "
 ///   NotList    out: " Not in (101,102,130)"
 ///   ListCount  out: how many
 ///   returns    the list; with no rows the empty text, as is NotList, and the count is 0
-std::string DomainList(const std::string& Domain, const std::string& FieldExpr, const std::string& Criteria,
-                       std::string& NotList, std::int32_t& ListCount);
+std::string DomainList(const std::string& Domain, const std::string& FieldExpr,
+                       const std::string& Criteria, std::string& NotList, std::int32_t& ListCount);
 
 /// A field's number in single precision: 0 for Null, else the numeric prefix of its text. A field
 /// that cannot be read, for want of a current row say, gives 0 and no report.

@@ -16,11 +16,14 @@ namespace {
 constexpr const char* kSortOrder = ";LANGID=0x0809;CP=1252;COUNTRY=0";
 
 const std::vector<FieldDefinition> kLineFields = {
-    {"EMPL_NUMB", FieldType::Single},   {"SORT_NAME", FieldType::Text, 15}, {"ETIME", FieldType::Date},
-    {"ETIME_STOP", FieldType::Date},    {"EVENT_TYPE", FieldType::Text, 1}, {"QUANTITY", FieldType::Double},
-    {"QUAN_DESC", FieldType::Text, 5},  {"ENTERPRISE", FieldType::Single},  {"OPERATION", FieldType::Single},
-    {"EQUIP_NUMB", FieldType::Single},  {"MEMO", FieldType::Text, 20},      {"RATE", FieldType::Double},
-    {"GROSS", FieldType::Double},       {"HOUR_GROSS", FieldType::Double},  {"HOURS", FieldType::Double},
+    {"EMPL_NUMB", FieldType::Single},   {"SORT_NAME", FieldType::Text, 15},
+    {"ETIME", FieldType::Date},         {"ETIME_STOP", FieldType::Date},
+    {"EVENT_TYPE", FieldType::Text, 1}, {"QUANTITY", FieldType::Double},
+    {"QUAN_DESC", FieldType::Text, 5},  {"ENTERPRISE", FieldType::Single},
+    {"OPERATION", FieldType::Single},   {"EQUIP_NUMB", FieldType::Single},
+    {"MEMO", FieldType::Text, 20},      {"RATE", FieldType::Double},
+    {"GROSS", FieldType::Double},       {"HOUR_GROSS", FieldType::Double},
+    {"HOURS", FieldType::Double},
 };
 
 /// A store without the index, or not open at all, is what a rebuild is there for.
@@ -28,7 +31,9 @@ void DeleteIndexIfThere(const char* index) {
   try {
     PrinDb.DeleteIndex("OstrelPr", index);
   } catch (const Failure& failure) {
-    if (failure.Number != failure_number::kItemNotFound && failure.Number != failure_number::kObjectNotSet) throw;
+    if (failure.Number != failure_number::kItemNotFound &&
+        failure.Number != failure_number::kObjectNotSet)
+      throw;
   }
 }
 

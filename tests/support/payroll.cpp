@@ -22,13 +22,18 @@ namespace ostrel {
 namespace {
 
 std::string ClientTable() {
-  return DbfBuilder().Field("NAME", 'C', 30).Field("MIN_WAGE", 'N', 6, 2).Row({"Sample Ranch", "6.75"}).Bytes();
+  return DbfBuilder()
+      .Field("NAME", 'C', 30)
+      .Field("MIN_WAGE", 'N', 6, 2)
+      .Row({"Sample Ranch", "6.75"})
+      .Bytes();
 }
 
 std::string EmployeeTable() {
   DbfBuilder table;
   table.Field("EMPL_NUMB", 'N', 6).Field("SORT_NAME", 'C', 15).Field("CREW", 'N', 3);
-  for (const char* field : {"YTD_GROSS", "YTD_FIT", "YTD_SIT", "YTD_FICA", "YTD_MEDICR", "YTD_SDI", "YTD_NET"}) {
+  for (const char* field :
+       {"YTD_GROSS", "YTD_FIT", "YTD_SIT", "YTD_FICA", "YTD_MEDICR", "YTD_SDI", "YTD_NET"}) {
     table.Field(field, 'N', 10, 2);
   }
   const auto row = [&](const char* number, const char* name, const char* crew) {
@@ -53,7 +58,8 @@ void Forget() {
 }  // namespace
 
 Payroll::Payroll() {
-  for (const char* folder : {"app", "disk", "config"}) std::filesystem::create_directory(Folder.Path(folder));
+  for (const char* folder : {"app", "disk", "config"})
+    std::filesystem::create_directory(Folder.Path(folder));
   setenv("XDG_CONFIG_HOME", Folder.Path("config").c_str(), 1);
   Folder.Write("app/Hvcl1234.dbf", ClientTable());
   Folder.Write("app/Prms1234.dbf", EmployeeTable());
@@ -70,11 +76,16 @@ Payroll::~Payroll() {
   SetExecutable({}, {});
 }
 
-std::string Payroll::App(std::string_view name) const { return Folder.Path("app/" + std::string(name)); }
-std::string Payroll::Disk(std::string_view name) const { return Folder.Path("disk/" + std::string(name)); }
+std::string Payroll::App(std::string_view name) const {
+  return Folder.Path("app/" + std::string(name));
+}
+std::string Payroll::Disk(std::string_view name) const {
+  return Folder.Path("disk/" + std::string(name));
+}
 
 void Payroll::WriteIni(std::string_view keys) {
-  Folder.Write("config/Halvane.ini", "[Ostrel Remote]\r\nRemote Files Floppy=" + Disk() + "\r\n" + std::string(keys));
+  Folder.Write("config/Halvane.ini",
+               "[Ostrel Remote]\r\nRemote Files Floppy=" + Disk() + "\r\n" + std::string(keys));
 }
 
 std::string Payroll::Ini() const { return Folder.Read("config/Halvane.ini"); }
@@ -112,7 +123,8 @@ int KeyCodeOf(char character) {
 void TakeInto(TextBox& box, char pressed, int keyAscii) {
   const int caret = box.SelStart;
   if (pressed == '<') return box.Typed(box.Text, std::max(0, caret - 1), 0);
-  if (pressed == '>') return box.Typed(box.Text, std::min(caret + 1, static_cast<int>(box.Text.Get().size())), 0);
+  if (pressed == '>')
+    return box.Typed(box.Text, std::min(caret + 1, static_cast<int>(box.Text.Get().size())), 0);
   if (keyAscii == '\b') {
     if (caret == 0) return;
     std::string text = box.Text;
@@ -175,7 +187,8 @@ void Payroll::AddLine(std::string_view line) {
 
 namespace {
 
-std::string Shown(const Recordset& line, const char* field, const char* before, const char* behind) {
+std::string Shown(const Recordset& line, const char* field, const char* before,
+                  const char* behind) {
   const Value value = line[field];
   return value.IsNull() ? std::string() : before + value.ToText() + behind;
 }
@@ -184,7 +197,8 @@ std::string LineText(const Recordset& line) {
   std::string text = Shown(line, "EMPL_NUMB", "", " ") + Shown(line, "EVENT_TYPE", "", " ") +
                      Format(line["ETIME"].Get(), "hh:mm am/pm");
   if (line["QUANTITY"].Get().NumberOrZero() != 0) {
-    text += Shown(line, "QUANTITY", " ", "") + Shown(line, "RATE", "x", "") + Shown(line, "GROSS", "=", "");
+    text += Shown(line, "QUANTITY", " ", "") + Shown(line, "RATE", "x", "") +
+            Shown(line, "GROSS", "=", "");
   }
   return text + Shown(line, "HOURS", " ", "h") + Shown(line, "HOUR_GROSS", " ", "/h");
 }

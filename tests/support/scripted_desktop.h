@@ -44,7 +44,7 @@ class ScriptedDesktop : public Desktop {
   void RunPosted();  ///< also what the posted actions post themselves
   bool HasPosted() const { return !posted_.empty(); }
 
-  void SetTime(Moment now);  ///< from here on Now() stands still until told
+  void SetTime(Moment now);          ///< from here on Now() stands still until told
   void PassSeconds(double seconds);  ///< after SetTime
   void SetCtrlKey(bool down) { ctrlKey_ = down; }
   void SetViewer(bool installed) { viewer_ = installed; }

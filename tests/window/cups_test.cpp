@@ -104,7 +104,8 @@ TEST_F(CupsTest, PrintsReportsAnEmptyPrinterAndPrintsAgain) {
   ASSERT_TRUE(Printed(1));
   EXPECT_EQ(Desktop.TakeShown(), "[i] Ostrel Payroll | 11/18/04 report printed. | Ok -> Ok");
   const std::string text = OutputOf("pdftotext", {"-layout", ToQt(Document(1)), "-"});
-  EXPECT_THAT(text, AllOf(HasSubstr("** 11/18/04, Thursday **"), HasSubstr("\f1234, Sample Ranch")));
+  EXPECT_THAT(text,
+              AllOf(HasSubstr("** 11/18/04, Thursday **"), HasSubstr("\f1234, Sample Ranch")));
 
   Queue.Write("empty", "");
   Print();  // the queue takes it, the printer stops

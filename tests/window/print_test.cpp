@@ -108,8 +108,7 @@ TEST_F(PrintTest, EveryTextStaysWithinItsColumn) {
 }
 
 TEST_F(PrintTest, TextCanBeSearchedInAnyLanguage) {
-  const std::string names[] = {"STRAUß-MÜLL Åse", "ŁĘCKA Zoë", "GRIFFIN office", "ΕΛΛΗΝ",
-                               "ИВАНОВ"};
+  const std::string names[] = {"STRAUß-MÜLL Åse", "ŁĘCKA Zoë", "GRIFFIN office", "ΕΛΛΗΝ", "ИВАНОВ"};
   for (const std::string& name : names) AddFullLine(name, "Añejo", 1);
   txtComments.Text = "Crew#2 “Señor”";
   Print();
@@ -130,7 +129,9 @@ TEST_F(PrintTest, ALongDayPrintsHeaderAndHeadingsOnEveryPage) {
     std::istringstream lines(text);
     std::string line;
     std::getline(lines, line);
-    EXPECT_THAT(line, AllOf(HasSubstr("1234, Sample Ranch "), HasSubstr("** 11/18/04, Thursday **"))) << "page " << page;
+    EXPECT_THAT(line,
+                AllOf(HasSubstr("1234, Sample Ranch "), HasSubstr("** 11/18/04, Thursday **")))
+        << "page " << page;
     while (std::getline(lines, line) && line.find("Empl#") == std::string::npos)
       EXPECT_EQ(line, "");
     while (std::getline(lines, line)) {

@@ -3,7 +3,6 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <ranges>
 #include <string>
 
 #include "platform/values/dates.h"
@@ -30,8 +29,8 @@ std::string_view CutBlanks(std::string_view raw) {
 
 std::uint64_t LittleEndian(std::string_view raw) {
   std::uint64_t number = 0;
-  for (const char byte : std::ranges::reverse_view(raw)) {
-    number = number << 8 | static_cast<unsigned char>(byte);
+  for (std::size_t at = raw.size(); at-- > 0;) {
+    number = number << 8 | static_cast<unsigned char>(raw[at]);
   }
   return number;
 }

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <compare>
 #include <numeric>
-#include <ranges>
 #include <set>
 #include <string>
 
@@ -119,9 +118,8 @@ Value Count(const std::vector<Value>& values) {
 
 std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query) {
   std::vector<std::uint32_t> rows = RowsThatHold(table, query);
-  for (const OrderTerm& term : std::ranges::reverse_view(query.Order)) {
-    SortRows(table, term, rows);
-  }
+  std::for_each(query.Order.rbegin(), query.Order.rend(),
+                [&](const OrderTerm& term) { SortRows(table, term, rows); });
   return rows;
 }
 

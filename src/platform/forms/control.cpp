@@ -51,7 +51,8 @@ bool Control::Shown() const {
 
 void Control::SetFocus() {
   if (Owner == nullptr) {
-    throw Failure(failure_number::kInvalidCall, "Invalid procedure call: '" + Name + "' is on no form.");
+    throw Failure(failure_number::kInvalidCall,
+                  "Invalid procedure call: '" + Name + "' is on no form.");
   }
   Owner->SetFocus(*this);
 }
@@ -159,7 +160,8 @@ OptionButton::OptionButton() {
     if (Owner != nullptr) {
       for (Control* other : Owner->Controls()) {
         auto* option = dynamic_cast<OptionButton*>(other);
-        if (option != nullptr && option != this && option->Container == Container) option->Value = false;
+        if (option != nullptr && option != this && option->Container == Container)
+          option->Value = false;
       }
     }
     RaiseOn(*this, Click);

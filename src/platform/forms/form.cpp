@@ -70,8 +70,9 @@ void Form::SetFocus(Control& control) {
 
 std::vector<Control*> Form::TabOrder() const {
   std::vector<Control*> order;
-  std::copy_if(controls_.begin(), controls_.end(), std::back_inserter(order),
-               [](const Control* control) { return control->TakesFocus() && control->TabIndex >= 0; });
+  std::copy_if(
+      controls_.begin(), controls_.end(), std::back_inserter(order),
+      [](const Control* control) { return control->TakesFocus() && control->TabIndex >= 0; });
   std::stable_sort(order.begin(), order.end(), [](const Control* a, const Control* b) {
     return a->TabIndex.Get() < b->TabIndex.Get();
   });
@@ -93,7 +94,8 @@ void Form::FocusNext(bool forward) {
   const auto count = static_cast<std::ptrdiff_t>(order.size());
   if (count == 0) return;
   const auto found = std::find(order.begin(), order.end(), active_);
-  const std::ptrdiff_t start = found != order.end() ? found - order.begin() : (forward ? -1 : count);
+  const std::ptrdiff_t start =
+      found != order.end() ? found - order.begin() : (forward ? -1 : count);
   for (std::ptrdiff_t step = 1; step <= count; ++step) {
     const std::ptrdiff_t place = (start + (forward ? step : -step) + 2 * count) % count;
     Control& next = *order[static_cast<std::size_t>(place)];

@@ -50,7 +50,8 @@ void Grid::Design(std::string name, std::string text, Place place) {
 
 void Grid::DesignColumns(const std::vector<ColumnDesign>& columns) {
   columns_.clear();
-  for (const ColumnDesign& design : columns) columns_.push_back(std::make_unique<Column>(*this, design));
+  for (const ColumnDesign& design : columns)
+    columns_.push_back(std::make_unique<Column>(*this, design));
 }
 
 int Grid::ColumnNumber(std::string_view name) const {
@@ -59,7 +60,8 @@ int Grid::ColumnNumber(std::string_view name) const {
     return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
   };
   int number = numberWhere([&](const auto& column) { return SameText(column->Caption, name); });
-  if (number < 0) number = numberWhere([&](const auto& column) { return SameText(column->DataField, name); });
+  if (number < 0)
+    number = numberWhere([&](const auto& column) { return SameText(column->DataField, name); });
   if (number >= 0) return number;
   throw Failure(failure_number::kSubscript,
                 "Subscript out of range: the grid has no column '" + std::string(name) + "'.");

@@ -25,9 +25,7 @@ class Property {
 
   const T& Get() const noexcept { return value_; }
   operator const T&() const noexcept { return value_; }
-  operator std::string_view() const noexcept
-    requires std::is_same_v<T, std::string>
-  {
+  operator std::string_view() const noexcept requires std::is_same_v<T, std::string> {
     return value_;
   }
 

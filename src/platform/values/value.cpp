@@ -40,7 +40,7 @@ std::int32_t Value::ToLong() const { return ostrel::ToLong(ToDouble()); }
 
 double Value::NumberOrZero() const noexcept { return std::visit(AsNumber{}, content_); }
 
-const std::string& Value::Characters() const noexcept {
+const std::string& Value::Characters() const& noexcept {
   static const std::string none;
   const auto* text = std::get_if<std::string>(&content_);
   return text != nullptr ? *text : none;

@@ -52,7 +52,8 @@ class Value {
   double NumberOrZero() const noexcept;
 
   /// The characters of a Text, empty for any other kind; for callers that have asked IsText().
-  const std::string& Characters() const noexcept;
+  const std::string& Characters() const& noexcept;
+  std::string Characters() && { return static_cast<const Value&>(*this).Characters(); }
 
   friend bool operator==(const Value&, const Value&) = default;
 
