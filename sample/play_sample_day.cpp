@@ -26,7 +26,7 @@ namespace {
 /// Saves numbered pictures of what the foreman sees.
 class Album {
  public:
-  explicit Album(QDir folder) : folder_(std::move(folder)) {}
+  explicit Album(const QDir& folder) : folder_(folder) {}
   void Add(QWidget& widget, const QString& name) {
     const QString file = QString("%1-%2.png").arg(++count_, 2, 10, QChar('0')).arg(name);
     widget.grab().save(folder_.filePath(file));
@@ -94,18 +94,22 @@ class Foreman {
 void PlayDay(Foreman& foreman) {
   foreman.At("7:00 am");
   foreman.Shows("start");
-  foreman.Types("101\r\r102\r\r103\r\r");  // clock-in: number, Enter, Enter
+  foreman.Types("103\r\r107\r\r112\r\r");  // clock-in: number, Enter, Enter
   foreman.Shows("clocked-in");
   foreman.At("11:30 am");
   foreman.Presses(Qt::Key_P, Qt::AltModifier);
-  foreman.Types("101\r24\r\r");  // piecework: number, Enter, quantity, Enter, Enter
-  foreman.Types("102\r30.5\r\r");
+  foreman.Types("103\r24\r");
+  foreman.Presses(Qt::Key_Escape, Qt::NoModifier);  // from the button to the less used boxes
+  foreman.Types("box\r.85\r12\r70\r101\rnorth block\r");
+  foreman.Types("103\r24\r\r107\r30.5\r\r");  // piecework: number, Enter, quantity, Enter, Enter
   foreman.Shows("piecework");
   foreman.At("3:30 pm");
   foreman.Presses(Qt::Key_O, Qt::AltModifier);
-  foreman.Types("101\r\r102\r\r103\r\r");
+  foreman.Types("103\r\r107\r\r112\r\r");
   foreman.Shows("clocked-out");
   foreman.Presses(Qt::Key_W, Qt::ControlModifier);
+  foreman.Presses(Qt::Key_E,
+                  Qt::ControlModifier);  // in order of employees, with the hours worked out
   foreman.Shows("exported");
 }
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "entry/scan_main.h"
+#include "platform/files/files.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "store_floor.h"

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QProcess>
 #include <QStandardPaths>
 #include <string>
@@ -13,6 +12,7 @@
 #include "platform/qt/qt_printing.h"
 #include "platform/qt/qt_text.h"
 #include "support/payroll.h"
+#include "window/qt_application.h"
 
 namespace ostrel {
 
@@ -40,12 +40,7 @@ class PrintingDesktop : public ScriptedDesktop {
 
 class PaperOffice : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    static int count = 1;
-    static char name[] = "print", *arguments[] = {name, nullptr};
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (qApp == nullptr) new QApplication(count, arguments);
-  }
+  static void SetUpTestSuite() { TheApplication(); }
 
   /// No test prints on the developer's printer: the queues are those behind `socket`, if any.
   void Start(const std::string& socket, bool timeClock = true) {

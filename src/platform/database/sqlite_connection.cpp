@@ -143,9 +143,9 @@ void SqliteConnection::Run(std::string_view sql, StoreStep step) {
 
 void SqliteConnection::Fail(int code, StoreStep step) {
   const char* message = handle_ ? sqlite3_errmsg(handle_.get()) : sqlite3_errstr(code);
-  const Failure failure = StoreFailure(code, step, message);
+  Failure failure = StoreFailure(code, step, message);
   if (on_error_) on_error_();
-  throw failure;
+  throw Failure(std::move(failure));
 }
 
 }  // namespace ostrel

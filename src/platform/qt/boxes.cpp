@@ -21,11 +21,23 @@ namespace ostrel {
 
 namespace {
 
-constexpr int kInputWidth = 360;  // pixels at the least
+constexpr int kInputWidth = 360;           // pixels at the least
+constexpr qsizetype kLongestShown = 3000;  // characters; more would not fit on a screen
 
 /// Texts of the program part their lines by carriage returns.
 QString Lines(const std::string& text) {
-  return ToQt(text).replace("\r\n", "\n").replace('\r', '\n');
+  QString lines = ToQt(text).replace("\r\n", "\n").replace('\r', '\n');
+  if (lines.size() > kLongestShown) lines = lines.left(kLongestShown) + QChar(0x2026);
+  return lines;
+}
+
+/// The window that a box belongs to, also when another program is in front.
+QWidget* OwnerOfBox() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible()) return window;
+  }
+  return nullptr;
 }
 
 struct BoxButton {
@@ -65,8 +77,7 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 /// keyboard goes back to the window that had it, which not every window manager sees to.
 class BoxTime {
  public:
-  BoxTime()
-      : owner_(QApplication::activeWindow()), waiting_(QApplication::overrideCursor() != nullptr) {
+  BoxTime() : owner_(OwnerOfBox()), waiting_(QApplication::overrideCursor() != nullptr) {
     if (waiting_) QApplication::setOverrideCursor(Qt::ArrowCursor);
   }
   ~BoxTime() {
@@ -85,7 +96,7 @@ class BoxTime {
 class MessageBox : public QMessageBox {
  public:
   explicit MessageBox(const MessageBoxRequest& request)
-      : QMessageBox(QApplication::activeWindow()), buttons_(ButtonsOf(request.Buttons)) {
+      : QMessageBox(OwnerOfBox()), buttons_(ButtonsOf(request.Buttons)) {
     setWindowTitle(ToQt(request.Title));
     setIcon(IconOf(request.Icon));
     setTextFormat(Qt::PlainText);
@@ -138,11 +149,11 @@ class MessageBox : public QMessageBox {
 class InputDialog : public QDialog {
  public:
   InputDialog(const std::string& prompt, const std::string& title, const std::string& offered)
-      : QDialog(QApplication::activeWindow()), answer_(new QLineEdit(ToQt(offered))) {
+      : QDialog(OwnerOfBox()), answer_(new QLineEdit(ToQt(offered))) {
     setWindowTitle(ToQt(title));
     auto* text = new QLabel(Lines(prompt));
     text->setTextFormat(Qt::PlainText);
-    text->setBuddy(nullptr);
+    text->setWordWrap(true);
     answer_->setMaxLength(std::numeric_limits<int>::max());
     answer_->setAccessibleName(ToQt(title));
     answer_->selectAll();
@@ -183,8 +194,7 @@ std::string RunInputBox(const std::string& prompt, const std::string& title,
 std::string RunOpenFile(const OpenFileRequest& request) {
   const BoxTime up;
   const QString filter = ToQt(request.FilterName + " (" + request.FilterPattern + ")");
-  QFileDialog dialog(QApplication::activeWindow(), ToQt(request.Title), ToQt(request.Folder),
-                     filter);
+  QFileDialog dialog(OwnerOfBox(), ToQt(request.Title), ToQt(request.Folder), filter);
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setFileMode(QFileDialog::ExistingFile);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};

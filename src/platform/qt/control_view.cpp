@@ -40,7 +40,7 @@ ControlView& MakeControlView(Control& control, const Surface& surface, QWidget& 
   for (const Maker make : kMakers) {
     if (ControlView* view = make(control, surface, parent)) return *view;
   }
-  assert(!"a kind of control that has no view");
+  assert(false && "a kind of control that has no view");
   std::abort();
 }
 

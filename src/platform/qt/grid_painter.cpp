@@ -63,7 +63,7 @@ void GridPainter::PaintHeading() {
     PaintButtonFace(cell, face);
     painter_.setPen(palette_.color(QPalette::ButtonText));
     DrawFitted(painter_, cell.adjusted(padding_, 0, -padding_, 0),
-               AlignmentFlags(column.HeadingAlign).toInt(), ToQt(column.Caption));
+               static_cast<int>(AlignmentFlags(column.HeadingAlign).toInt()), ToQt(column.Caption));
   }
 }
 
@@ -77,13 +77,15 @@ void GridPainter::PaintFooter() {
     PaintButtonFace(cell, column.ButtonFaceFooter ? palette_.color(QPalette::Button) : kLightGrey);
     painter_.setPen(column.ButtonFaceFooter ? palette_.color(QPalette::ButtonText) : Qt::black);
     DrawFitted(painter_, cell.adjusted(padding_, 0, -padding_, 0),
-               AlignmentFlags(column.FooterAlign).toInt(), ToQt(column.FooterText));
+               static_cast<int>(AlignmentFlags(column.FooterAlign).toInt()),
+               ToQt(column.FooterText));
   }
 }
 
 void GridPainter::FindFields() {
   const Recordset& rows = grid_.DataSource->Recordset;
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(rows.FieldCount()));
   for (int i = 0; i < rows.FieldCount(); ++i) names.push_back(rows[i].Name());
   fields_.clear();
   for (const ColumnSpan& span : geometry_.Columns) {
@@ -151,7 +153,7 @@ void GridPainter::PaintCell(const QRect& cell, const Column& column, const Value
   if (metrics.horizontalAdvance(text) > room) text = metrics.elidedText(text, Qt::ElideRight, room);
   const bool numberByKind = column.CellAlign == Alignment::General && IsNumber(value);
   const Alignment align = numberByKind ? Alignment::Right : column.CellAlign;
-  DrawFitted(painter_, place, AlignmentFlags(align).toInt(), text);
+  DrawFitted(painter_, place, static_cast<int>(AlignmentFlags(align).toInt()), text);
 }
 
 void GridPainter::PaintRecordBox(const QRect& line, RowLook look) {

@@ -209,7 +209,7 @@ void GridView::Type(int character) {
 
 /// The first character of composed text opens the editor, which takes the rest.
 void GridView::inputMethodEvent(QInputMethodEvent* event) {
-  const QString made = event->commitString();
+  const QString& made = event->commitString();
   if (made.isEmpty()) return;
   surface_.Edge.Run([&] {
     int character = static_cast<int>(made.toUcs4().constFirst());

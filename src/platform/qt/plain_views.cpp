@@ -14,10 +14,16 @@ LabelView::LabelView(Label& label, const Surface& surface, QWidget* parent)
   setFont(plain);
 }
 
+void LabelView::Follow() {
+  setAccessibleDescription(ToQt(label_.Caption));
+  update();
+}
+
 void LabelView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::WindowText));
-  DrawFitted(painter, rect(), AlignmentFlags(label_.Align).toInt(), ToQt(label_.Caption));
+  DrawFitted(painter, rect(), static_cast<int>(AlignmentFlags(label_.Align).toInt()),
+             ToQt(label_.Caption));
 }
 
 FrameView::FrameView(Frame& frame, const Surface& /*surface*/, QWidget* parent)

@@ -11,7 +11,7 @@ class LabelView : public QWidget, public ControlView {
   LabelView(Label& label, const Surface& surface, QWidget* parent);
 
   QWidget& Widget() override { return *this; }
-  void Follow() override { update(); }
+  void Follow() override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
