@@ -205,6 +205,7 @@ const Scenario kScenarios[] = {
        } cells[] = {{"Empl#", "125"}, {"Empl#", "999"}, {"Time", "8:15"}, {"Date", "13/45"}};
        for (const auto& cell : cells) {
          TDBGrid1.GoTo(1, TDBGrid1.ColumnNumber(cell.column));
+         if (!TDBGrid1.CanEdit()) continue;  // the view stayed empty
          TDBGrid1.BeginEdit(cell.text);
          TDBGrid1.CommitEdit();
        }
@@ -268,11 +269,15 @@ class Sweep : public testing::TestWithParam<Scenario> {};
 TEST_P(Sweep, RetryAndIgnore) {
   // Hundreds of starts, each with its store: memory serves, since no disk is put to the test here.
   if (std::filesystem::is_directory("/dev/shm")) setenv("TMPDIR", "/dev/shm", 1);
-  static std::set<Site> swept;  // by the scenarios before
   const Outcome clean = Play(GetParam(), {}, false, BoxAnswer::Abort);
   ASSERT_TRUE(clean.Reports.empty()) << clean.Reports.front();
+  // Every scenario starts up; the first alone sweeps that.
+  std::set<Site> swept;
+  if (GetParam().Name != kScenarios[0].Name) {
+    swept = Play(kScenarios[0], {}, false, BoxAnswer::Abort).Reached;
+  }
   for (const Site& site : clean.Reached) {
-    if (IsSilent(site) || !swept.insert(site).second) continue;
+    if (IsSilent(site) || swept.contains(site)) continue;
     SCOPED_TRACE(site.Routine + " " + std::to_string(site.Line));
     const Outcome retried = Play(GetParam(), site, false, BoxAnswer::Retry);
     EXPECT_EQ(retried.State, clean.State);

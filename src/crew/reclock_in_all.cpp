@@ -18,13 +18,12 @@ namespace {
 constexpr FailureTail statement{ScannerModule, "mnuReClockInAllEmpls_Click"};
 
 void CopyClockIn(const std::string& time) {
-  Recordset& lines = Data1.Recordset;
-  statement(3320, [&] { lines.AddNew(); });
+  statement(3320, [] { Data1.Recordset.AddNew(); });
   int fields = 0;
   statement(3330, [&] { fields = LinesRs.FieldCount(); });
-  for (int i = 0; i < fields; ++i) statement(3340, [&] { lines[i] = LinesRs[i]; });
-  statement(3350, [&] { lines["ETIME"] = OnDayOfDateBox(time); });
-  statement(3360, [&] { lines.Update(); });
+  for (int i = 0; i < fields; ++i) statement(3340, [&] { Data1.Recordset[i] = LinesRs[i]; });
+  statement(3350, [&] { Data1.Recordset["ETIME"] = OnDayOfDateBox(time); });
+  statement(3360, [] { Data1.Recordset.Update(); });
 }
 
 /// Within each employee the latest clock-in comes first; the lines added on the way do not join the

@@ -18,24 +18,26 @@ namespace {
 constexpr FailureTail statement{ScannerModule, "TDBGrid1_BeforeColUpdate"};
 constexpr std::int16_t kTrue = -1;
 
+/// The line whose cell is edited.
+Recordset& Line() { return Data1.Recordset; }
+
 void BringName() {
   float EmplNumb = 0;
   statement(5870, [&] {
     EmplNumb = static_cast<float>(NumericPrefix(TDBGrid1.CellText(TDBGrid1.ColumnNumber("Empl#"))));
   });
   if (!(EmplNumb > 0)) return;
-  Recordset& line = Data1.Recordset;
   statement(5872, [&] { PrmsRs.Seek("=", EmplNumb); });
-  if (Data1.Mode() == EditMode::None) statement(5874, [&] { line.Edit(); });
+  if (Data1.Mode() == EditMode::None) statement(5874, [] { Line().Edit(); });
   bool found = false;
   statement(5876, [&] { found = !PrmsRs.NoMatch(); });
   if (found) {
-    statement(5878, [&] { line["SORT_NAME"] = PrmsRs["SORT_NAME"].Get(); });
+    statement(5878, [] { Line()["SORT_NAME"] = PrmsRs["SORT_NAME"].Get(); });
   } else {
-    statement(5880, [&] { line["SORT_NAME"] = " "; });
+    statement(5880, [] { Line()["SORT_NAME"] = " "; });
   }
-  statement(5882, [&] { BlankIfEmpty(line["SORT_NAME"]); });
-  statement(5884, [&] { line.Update(); });
+  statement(5882, [&] { BlankIfEmpty(Line()["SORT_NAME"]); });
+  statement(5884, [] { Line().Update(); });
 }
 
 /// An empty cell is a slip of the hand: the other one alone would move the line to midnight, or a
@@ -52,10 +54,9 @@ void JoinDateAndTime() {
     });
     return;
   }
-  Recordset& line = Data1.Recordset;
-  if (Data1.Mode() == EditMode::None) statement(5890, [&] { line.Edit(); });
-  statement(5892, [&] { line["ETIME"] = text; });
-  statement(5894, [&] { line.Update(); });
+  if (Data1.Mode() == EditMode::None) statement(5890, [] { Line().Edit(); });
+  statement(5892, [&] { Line()["ETIME"] = text; });
+  statement(5894, [] { Line().Update(); });
 }
 
 }  // namespace
@@ -76,10 +77,9 @@ void TDBGrid1_KeyPress(int& KeyAscii) {
   std::string field;
   keyStatement(5896, [&] { field = TDBGrid1.Columns(TDBGrid1.Col).DataField; });
   if (!SameText(field, "RATE") || KeyAscii <= '9') return;
-  Recordset& line = Data1.Recordset;
-  if (Data1.Mode() == EditMode::None) keyStatement(5897, [&] { line.Edit(); });
-  keyStatement(5898, [&] { line["RATE"] = kStdRate; });
-  keyStatement(5899, [&] { line.Update(); });
+  if (Data1.Mode() == EditMode::None) keyStatement(5897, [] { Line().Edit(); });
+  keyStatement(5898, [] { Line()["RATE"] = kStdRate; });
+  keyStatement(5899, [] { Line().Update(); });
   keyStatement(5900, [] { Data1.UpdateRecord(); });
   keyStatement(5901, [] { Data1.Refresh(); });
   keyStatement(5902, [] { TDBGrid1.Refresh(); });
