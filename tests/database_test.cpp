@@ -557,8 +557,8 @@ TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAsItWas) {
       {"a field more", edited("ALTER TABLE OstrelPr ADD COLUMN CREW FLOAT"), 3343},
       {"a field less", edited("ALTER TABLE OstrelPr DROP COLUMN HOURS"), 3343},
       {"a field renamed", edited("ALTER TABLE OstrelPr RENAME COLUMN HOURS TO HRS"), 3343},
-      {"zeros in a page", with(4096 * 9, std::string(4096, '\0')), 3049},
-      {"a wild page link", with(4096 * 2 + 8, "\xFF\xFF\xFF\xFF"), 3049},
+      {"zeros in a page", with(std::size_t{4096} * 9, std::string(4096, '\0')), 3049},
+      {"a wild page link", with(std::size_t{4096} * 2 + 8, "\xFF\xFF\xFF\xFF"), 3049},
   };
   for (const auto& each : cases) {
     SCOPED_TRACE(each.What);

@@ -196,10 +196,10 @@ TEST(GridEditing, ALetterInTheRateCellIsTheStandardRate) {
   payroll.Start();
   payroll.AddLine("130 P 7:00 am 10 2");
   SetRecordSource();
-  for (const int typed : {'5', '.', '-', 'k'}) {
+  for (const char typed : std::string("5.-k")) {
     TDBGrid1.SetFocus();
     TDBGrid1.GoTo(0, TDBGrid1.ColumnNumber("Rate"));
-    int keyAscii = typed;
+    int keyAscii = static_cast<unsigned char>(typed);
     TDBGrid1.KeyPress(keyAscii);
     EXPECT_EQ(payroll.Fields("RATE"), typed == 'k' ? "-9" : "2");
     EXPECT_EQ(ScanMain.ActiveControl() == &txtInput[kEmplBox], typed == 'k');

@@ -116,7 +116,7 @@ TEST_F(ReportsTest, OnANarrowSheetAllColumnsGiveUpTheSameShare) {
   ASSERT_EQ(edges.size(), 15U);
   EXPECT_EQ(edges.front(), 360);
   EXPECT_EQ(edges.back(), 8391 - 360);
-  EXPECT_NEAR(edges[1] - edges[0], 615 * 7671 / 10560, 1);
+  EXPECT_NEAR(edges[1] - edges[0], 615.0 * 7671 / 10560, 1);
   EXPECT_EQ(page.Lines(), kHeader + "\n" + kClockHeadings);
 }
 

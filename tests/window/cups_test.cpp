@@ -16,7 +16,6 @@ namespace ostrel {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 /// The printer. With a file named "empty" beside its documents it is out of paper and stops.
 constexpr const char* kBackend = R"(#!/bin/sh

@@ -151,7 +151,9 @@ struct Picture {
   bool IsWhite(int left, int top, int right, int bottom) const {
     for (int y = top; y < bottom; ++y) {
       for (int x = left; x < right; ++x) {
-        if (Dots[static_cast<std::size_t>(y * Width + x)] != '\xFF') return false;
+        if (Dots[static_cast<std::size_t>(y) * static_cast<std::size_t>(Width) +
+                 static_cast<std::size_t>(x)] != '\xFF')
+          return false;
       }
     }
     return true;
