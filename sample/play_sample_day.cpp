@@ -76,6 +76,8 @@ class Foreman {
   }
 
   void Presses(Qt::Key key, Qt::KeyboardModifier modifier) {
+    window_.activateWindow();  // no window manager does it here when a box has closed
+    QApplication::processEvents();
     QTest::keyClick(Focused(), key, modifier);
   }
   void Shows(const QString& name) { album_.Add(window_, name); }
