@@ -77,19 +77,15 @@ std::string_view AnswerOf(const cups_dest_t& printer, const char* question) {
 
 /// A printer that somebody else on the network offers is not installed here, and payroll has no
 /// business on it.
-bool IsInstalled(const cups_dest_t& printer) {
-  const std::string type(AnswerOf(printer, "printer-type"));
-  return (std::strtoul(type.c_str(), nullptr, 10) & CUPS_PRINTER_DISCOVERED) == 0;
-}
-
 Destination FirstInstalled() {
-  cups_dest_t* all = nullptr;
-  const int count = cupsGetDests2(CUPS_HTTP_DEFAULT, &all);
+  constexpr int kNoWaiting = 0;
+  constexpr cups_ptype_t kOthers = CUPS_PRINTER_DISCOVERED;
   cups_dest_t* first = nullptr;
-  for (int i = 0; i < count && first == nullptr; ++i) {
-    if (IsInstalled(all[i])) cupsCopyDest(&all[i], 0, &first);
-  }
-  cupsFreeDests(count, all);
+  const cups_dest_cb_t take = [](void* found, unsigned, cups_dest_t* printer) {
+    cupsCopyDest(printer, 0, static_cast<cups_dest_t**>(found));
+    return 0;  // no more
+  };
+  cupsEnumDests(CUPS_DEST_FLAGS_NONE, kNoWaiting, nullptr, 0, kOthers, take, &first);
   return Destination(first);
 }
 

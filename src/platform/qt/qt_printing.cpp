@@ -65,8 +65,7 @@ class QtPrintJob : public PrintJob {
 
 SheetSize QtPrintJob::PageSize() const {
   const QRectF sheet = target_->Device().pageLayout().fullRect(QPageLayout::Point);
-  return {static_cast<int>(sheet.width() * kTwipsPerPoint),
-          static_cast<int>(sheet.height() * kTwipsPerPoint)};
+  return {qRound(sheet.width() * kTwipsPerPoint), qRound(sheet.height() * kTwipsPerPoint)};
 }
 
 void QtPrintJob::BeginDrawing() {
