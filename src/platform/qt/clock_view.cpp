@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "platform/qt/fitted_text.h"
+#include "platform/qt/pixel_lines.h"
 #include "platform/values/clock.h"
 
 namespace ostrel {
@@ -31,8 +32,7 @@ QString ClockView::TimeText() {
 void ClockView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), palette().color(QPalette::Base));
-  painter.setPen(palette().color(QPalette::Mid));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  DrawFrame(painter, rect(), palette().color(QPalette::Mid));
   painter.setPen(palette().color(QPalette::Text));
   DrawFitted(painter, rect().adjusted(2, 0, -2, 0), Qt::AlignCenter, TimeText());
 }

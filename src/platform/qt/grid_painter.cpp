@@ -6,6 +6,7 @@
 #include "platform/failure.h"
 #include "platform/forms/data_control.h"
 #include "platform/qt/fitted_text.h"
+#include "platform/qt/pixel_lines.h"
 #include "platform/qt/qt_text.h"
 #include "platform/values/text.h"
 
@@ -48,9 +49,7 @@ GridPainter::GridPainter(QPainter& painter, Grid& grid, const GridGeometry& geom
 
 void GridPainter::PaintButtonFace(const QRect& cell, const QColor& face) {
   painter_.fillRect(cell, face);
-  painter_.setPen(palette_.color(QPalette::Mid));
-  painter_.drawLine(cell.topRight(), cell.bottomRight());
-  painter_.drawLine(cell.bottomLeft(), cell.bottomRight());
+  DrawRightAndBottom(painter_, cell, palette_.color(QPalette::Mid));
 }
 
 void GridPainter::PaintHeading() {
@@ -133,9 +132,7 @@ void GridPainter::PaintRow(const QRect& line, const std::vector<Value>& values, 
   for (std::size_t i = 0; i < geometry_.Columns.size(); ++i) {
     const ColumnSpan& span = geometry_.Columns[i];
     const QRect cell = geometry_.Cell(line, span);
-    painter_.setPen(palette_.color(QPalette::Midlight));
-    painter_.drawLine(cell.topRight(), cell.bottomRight());
-    painter_.drawLine(cell.bottomLeft(), cell.bottomRight());
+    DrawRightAndBottom(painter_, cell, palette_.color(QPalette::Midlight));
     const int field = fields_[i];
     if (field < 0 || static_cast<std::size_t>(field) >= values.size()) continue;
     painter_.setPen(ink);
@@ -176,8 +173,8 @@ void GridPainter::FrameCurrentCell(const QRect& line) {
   const int index = geometry_.IndexOf(grid_.Col);
   if (index < 0) return;
   const QRect cell = geometry_.Cell(line, geometry_.Columns[static_cast<std::size_t>(index)]);
-  painter_.setPen(QPen(palette_.color(QPalette::Highlight), 2));
-  painter_.drawRect(cell.adjusted(1, 1, -2, -2));
+  DrawFrame(painter_, cell, palette_.color(QPalette::Highlight));
+  DrawFrame(painter_, cell.adjusted(1, 1, -1, -1), palette_.color(QPalette::Highlight));
 }
 
 }  // namespace ostrel

@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "platform/qt/fitted_text.h"
+#include "platform/qt/pixel_lines.h"
 #include "platform/qt/qt_text.h"
 
 namespace ostrel {
@@ -35,8 +36,7 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const int line = painter.fontMetrics().height();
   const int inset = line / 2;
-  painter.setPen(palette().color(QPalette::Mid));
-  painter.drawRect(rect().adjusted(0, line / 2, -1, -1));
+  DrawFrame(painter, rect().adjusted(0, line / 2, 0, 0), palette().color(QPalette::Mid));
 
   const QString caption = ToQt(frame_.Caption);
   if (caption.isEmpty()) return;

@@ -4,6 +4,7 @@
 
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/input_filter.h"
+#include "platform/qt/pixel_lines.h"
 
 namespace ostrel {
 
@@ -51,8 +52,7 @@ void TextBoxView::paintEvent(QPaintEvent* event) {
   LineEditor::paintEvent(event);
   if (!box_.Border) return;
   QPainter painter(this);
-  painter.setPen(Qt::darkGray);
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  DrawFrame(painter, rect(), Qt::darkGray);
 }
 
 }  // namespace ostrel
