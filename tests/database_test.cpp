@@ -422,14 +422,20 @@ TEST_F(StoreTest, PathsToOneFileSeeEachOther) {
   EXPECT_EQ(lines["HOURS"].Get(), Value(5.0));
 }
 
-TEST_F(StoreTest, DayOfAnEmployeeStaysTrueThroughEveryChange) {
-  const char* sql =
-      "Select * from [OstrelPr] where INT(ETIME) = #06/14/04# and EMPL_NUMB = 2 order by ETIME";
+TEST_F(StoreTest, DayAndTotalsOfAnEmployeeStayTrueThroughEveryChange) {
+  const std::string where = " where INT(ETIME) = #06/14/04# and EMPL_NUMB = 2";
+  double hours = 0;  // of the lines that the last walk saw
   const auto rows = [&] {
     std::string text;
-    Recordset day = Open(sql);
-    for (; !day.Eof(); day.MoveNext()) text += std::to_string(day.GetBookmark()) + " ";
+    Recordset day = Open("Select * from [OstrelPr]" + where + " order by ETIME");
+    for (hours = 0; !day.Eof(); day.MoveNext()) {
+      text += std::to_string(day.GetBookmark()) + " ";
+      hours += day["HOURS"].Get().NumberOrZero();
+    }
     return text;
+  };
+  const auto total = [&](const std::string& expression) {
+    return Open("Select " + expression + " as X from [OstrelPr]" + where)[0].Get().NumberOrZero();
   };
   const RawStore outside(path);
   AddNumbered(3);
@@ -458,7 +464,8 @@ TEST_F(StoreTest, DayOfAnEmployeeStaysTrueThroughEveryChange) {
       {"renumber", [&] { lines.Edit(), lines[0] = 2, lines.Update(); }, "6 1 2 4 "},
       {"set hours", [&] { lines.Edit(), lines["HOURS"] = 9, lines.Update(); }, "6 1 2 4 "},
       {"delete", [&] { lines.Delete(); }, "6 2 4 "},
-      {"outside", [&] { outside.Run("UPDATE OstrelPr SET EMPL_NUMB = 2 WHERE rowid = 3"); },
+      {"outside",
+       [&] { outside.Run("UPDATE OstrelPr SET EMPL_NUMB = 2, HOURS = 5 WHERE rowid = 3"); },
        "6 2 3 4 "},
       {"share",
        [&] {
@@ -470,7 +477,11 @@ TEST_F(StoreTest, DayOfAnEmployeeStaysTrueThroughEveryChange) {
     SCOPED_TRACE(step.Change);
     EXPECT_EQ(rows(), rows());
     step.Do();
-    for (int time = 0; time < 3; ++time) EXPECT_EQ(rows(), step.Rows);
+    for (int time = 0; time < 3; ++time) {
+      EXPECT_EQ(rows(), step.Rows);
+      EXPECT_EQ(total("Sum(HOURS)"), hours);
+      EXPECT_EQ(total("Count(EMPL_NUMB)"), std::ranges::count(std::string_view(step.Rows), ' '));
+    }
   }
 }
 

@@ -13,7 +13,7 @@ std::optional<std::vector<Bookmark>> DayIndex::LinesOf(const DayOfEmployee& aske
     return {};
   }
   // Taken before the day is read: a commit of others in between makes it look old, never young.
-  const Version now = VersionNow(keyChanges);
+  const Version now{keyChanges, connection_.DataVersion()};
   if (!read_ || now != version_) Read(asked.Day);
   version_ = now;
 
@@ -24,13 +24,6 @@ std::optional<std::vector<Bookmark>> DayIndex::LinesOf(const DayOfEmployee& aske
     rows.push_back(line->Row);
   }
   return rows;
-}
-
-DayIndex::Version DayIndex::VersionNow(std::uint64_t keyChanges) {
-  if (!data_version_) data_version_.emplace(connection_, "PRAGMA data_version", StoreStep::Read);
-  Version now{keyChanges};
-  while (data_version_->Step()) now.OfOthers = data_version_->Integer(0);
-  return now;
 }
 
 void DayIndex::Read(double day) {

@@ -37,11 +37,9 @@ class DayIndex {
     std::int64_t OfOthers = -1;  // SQLite's count of commits by others
     friend bool operator==(const Version&, const Version&) = default;
   };
-  Version VersionNow(std::uint64_t keyChanges);
   void Read(double day);
 
   SqliteConnection& connection_;
-  std::optional<SqliteStatement> data_version_;
   std::optional<double> asked_last_;
   bool read_ = false;
   Version version_;

@@ -125,6 +125,13 @@ bool SqliteConnection::FileHasMoved() const {
   return moved != 0;
 }
 
+std::int64_t SqliteConnection::DataVersion() {
+  if (!data_version_) data_version_.emplace(*this, "PRAGMA data_version", StoreStep::Read);
+  std::int64_t version = -1;
+  while (data_version_->Step()) version = data_version_->Integer(0);
+  return version;
+}
+
 SqliteStatement& SqliteConnection::Question(std::string_view sql) {
   const auto kept = questions_.find(sql);
   if (kept != questions_.end()) {

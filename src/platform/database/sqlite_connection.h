@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -73,6 +74,9 @@ class SqliteConnection {
   /// Whether the file has been deleted or replaced since it was opened.
   bool FileHasMoved() const;
 
+  /// Changes with every commit that another connection makes to the file, and with none of ours.
+  std::int64_t DataVersion();
+
   /// A statement to read with, that is kept for the next one who asks for the same text. It may
   /// read the store's table and do nothing else: SQLite itself refuses the rest (Failure 3075).
   SqliteStatement& Question(std::string_view sql);
@@ -99,6 +103,7 @@ class SqliteConnection {
 
   std::unique_ptr<sqlite3, Close> handle_;
   std::function<void()> on_error_;
+  std::optional<SqliteStatement> data_version_;
   bool preparing_question_ = false;
   std::unordered_map<std::string, SqliteStatement, TextHash, std::equal_to<>> questions_;
 };

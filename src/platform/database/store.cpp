@@ -49,7 +49,8 @@ Store::Store(std::string path, std::unique_ptr<SqliteConnection> connection)
     : path_(std::move(path)),
       connection_(std::move(connection)),
       commit_(*connection_),
-      day_index_(*connection_) {}
+      day_index_(*connection_),
+      totals_(*connection_) {}
 
 void Store::RequireTable() {
   if (!has_table_) RequireLineTable(*connection_, path_);
@@ -91,6 +92,8 @@ std::vector<Bookmark> Store::Select(const Query& query) {
 
 std::vector<Value> Store::Answer(const Query& query) {
   const StoreQuestion question = QuestionFor(query, derived_);
+  const bool total = query.Form == QueryForm::Sum || query.Form == QueryForm::Count;
+  if (derived_.empty() && total) return {totals_.Answer(question, commit_.Changes())};
   if (derived_.empty()) return AnswerFrom(connection_->Question(question.Sql), query, question);
   SqliteStatement onceOnly(*connection_, question.Sql, StoreStep::Read);
   return AnswerFrom(onceOnly, query, question);

@@ -12,6 +12,7 @@
 #include "platform/database/shared_commit.h"
 #include "platform/database/sqlite_connection.h"
 #include "platform/database/store_query.h"
+#include "platform/database/totals_memo.h"
 
 namespace ostrel {
 
@@ -58,6 +59,7 @@ class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
   bool has_table_ = false;  // as far as is known
   SharedCommit commit_;
   DayIndex day_index_;
+  TotalsMemo totals_;
   std::optional<SqliteStatement> row_reader_;
   std::string derived_;  // rows as SQL, see QuestionFor
 };

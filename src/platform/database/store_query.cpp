@@ -100,23 +100,25 @@ void QuestionWriter::WriteAnswer() {
   }
   const FieldDefinition& field = FieldNamed(query_.Field);
   question_.Answer = field.Type;
+  std::string& expression = question_.Expression;
   switch (query_.Form) {
     case QueryForm::Distinct:
-      sql_ += "DISTINCT " + field.Name;
+      expression = "DISTINCT " + field.Name;
       break;
     case QueryForm::Sum:
       if (field.Type == FieldType::Text) RefuseComparison(field);
-      sql_ += "sum(" + field.Name + ")";
+      expression = "sum(" + field.Name + ")";
       break;
     case QueryForm::Max:
-      sql_ += "max(" + field.Name + ")";
+      expression = "max(" + field.Name + ")";
       break;
     case QueryForm::Count:
-      sql_ += "count(" + field.Name + ")";
+      expression = "count(" + field.Name + ")";
       break;
     default:
-      sql_ += field.Name;
+      expression = field.Name;
   }
+  sql_ += expression;
 }
 
 // Rows are known by their ids, which a derived row has none of.

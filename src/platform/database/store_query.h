@@ -15,6 +15,7 @@ namespace ostrel {
 
 struct StoreQuestion {
   std::string Sql;
+  std::string Expression;  ///< what stands between SELECT and FROM
   std::vector<Value> Parameters;
   FieldType Answer = FieldType::Double;  ///< of a Distinct, Max or Last
 };
