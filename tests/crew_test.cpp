@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "frame/app_state.h"
+#include "support/dbf_builder.h"
+#include "support/fault_vfs.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -52,6 +54,31 @@ TEST(ClockInACrew, SavesTheFormOnceForEachMember) {
               std::string("[input] Clock In a Crew | \\rCrew Number to Clock In? | ") + test.shown);
     EXPECT_EQ(payroll.Lines(), test.lines);
     EXPECT_EQ(payroll.Desktop.Pointer(), MousePointer::Normal);
+  }
+}
+
+/// Crews are numbers; whatever else the office's file holds in their place is no crew at all.
+TEST(ClockInACrew, TakesTheCrewsAsTheOfficeWroteThem) {
+  DbfBuilder table;
+  table.Field("EMPL_NUMB", 'N', 6).Field("SORT_NAME", 'C', 15).Field("CREW", 'N', 4, 1);
+  const char* const crews[] = {"2", "", "-2", "2.5", "****", "2.0", "1e1", "20"};
+  for (int i = 0; i < 8; ++i) table.Row({std::to_string(101 + i), "NAME", crews[i]});
+  Payroll payroll;
+  payroll.Folder.Write("app/Prms1234.dbf", table.Bytes());
+  payroll.Start();
+  const struct {
+    const char* crew;
+    const char* employees;  // of the lines so far
+  } cases[] = {{"2", "101|106"},
+               {"-2", "101|106|103"},
+               {"2.5", "101|106|103|104"},
+               {"20 and a word", "101|106|103|104|108"},
+               {"1", "101|106|103|104|108"}};
+  for (const auto& test : cases) {
+    payroll.Desktop.WillType(test.crew);
+    payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+    payroll.Choose(mnuClockInACrew);
+    EXPECT_EQ(payroll.Fields("EMPL_NUMB"), test.employees) << test.crew;
   }
 }
 
@@ -126,6 +153,56 @@ TEST(ReClockIn, CopiesTheLatestClockIn) {
   payroll.Choose(mnuReClockInAllEmpls);
   EXPECT_TRUE(payroll.Fields("EMPL_NUMB SORT_NAME ETIME ENTERPRISE MEMO ETIME_STOP")
                   .ends_with("|130,DURAND ANNE,11/18/2004 12:30:00 PM,2,SECOND,-"));
+}
+
+TEST(DayCommands, TakeTheDayAsItIs) {
+  Payroll payroll;
+  payroll.Start();
+  for (const char* line : {"999 I 7:00 am", "130 I 7:00 am", "130 I 7:00 am", "130 O 8:00 am"}) {
+    payroll.AddLine(line);
+    LinesRs.MoveLast();
+  }
+  LinesRs.MovePrevious();
+  LinesRs.Edit();
+  LinesRs["MEMO"] = "entered last";
+  LinesRs.Update();
+  for (MenuItem* menu : {&mnuReClockInAllEmpls, &mnuClockoutAllEmpls}) {
+    payroll.Desktop.WillAnswer(BoxAnswer::Yes);
+    payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+    payroll.Choose(*menu);
+  }
+  EXPECT_TRUE(payroll.Fields("EMPL_NUMB EVENT_TYPE SORT_NAME MEMO")
+                  .ends_with("|130,O,-,-|130,I,-,entered last|999,I,-,-|130,O,DURAND ANNE, |"
+                             "999,O, , "))
+      << payroll.Fields("EMPL_NUMB EVENT_TYPE SORT_NAME MEMO");
+}
+
+/// Whatever the command had written when the disk filled up stays, and the operator hears of it once.
+TEST(DayCommands, KeepWhatTheyHaveWrittenOnADiskThatIsFull) {
+  constexpr int kEmployees = 300;
+  for (const BoxAnswer answer : {BoxAnswer::Retry, BoxAnswer::Ignore}) {
+    for (const int changes : {0, 4, 9}) {
+      SCOPED_TRACE(changes);
+      FaultVfs disk;
+      Payroll payroll;
+      payroll.Start();
+      PrinDb.ShareCommits();
+      for (int i = 0; i < kEmployees; ++i) payroll.AddLine(std::to_string(1001 + i) + " I 7:00 am");
+      PrinDb.CommitShared();
+      disk.FailAfter(changes, SQLITE_FULL, 1);
+      payroll.Desktop.WillAnswer(BoxAnswer::Yes);
+      payroll.Desktop.WillAnswer(answer);
+      payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+      payroll.Choose(mnuClockoutAllEmpls);
+      const std::string shown = payroll.Desktop.TakeShown();
+      EXPECT_NE(shown.find("mnuClockoutAllEmpls_Click"), std::string::npos) << shown;
+      EXPECT_NE(shown.find("full"), std::string::npos) << shown;
+      EXPECT_TRUE(payroll.Desktop.AllAsked());
+      const auto lines = static_cast<int>(PrinDb.OpenRecordset("OstrelPr").RowCount());
+      EXPECT_GE(lines, 2 * kEmployees - (answer == BoxAnswer::Ignore ? 1 : 0));
+      EXPECT_LE(lines, 2 * kEmployees);
+    }
+  }
 }
 
 TEST(MinimumWage, NamesWhoDoesNotEarnIt) {
