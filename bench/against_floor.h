@@ -19,12 +19,16 @@ inline double SecondsOf(const std::function<void()>& work) {
 }
 
 /// The best of each by turns, so that a busy machine slows both. For benchmarks with UseManualTime.
-inline void AgainstFloor(benchmark::State& state, const std::function<void()>& floor,
-                         const std::function<void()>& work) {
+///   reset  what puts things back before each turn, not timed
+inline void AgainstFloor(
+    benchmark::State& state, const std::function<void()>& floor, const std::function<void()>& work,
+    const std::function<void()>& reset = [] {}) {
   double bestFloor = std::numeric_limits<double>::max();
   double bestWork = bestFloor;
   for ([[maybe_unused]] auto _ : state) {
+    reset();
     bestFloor = std::min(bestFloor, SecondsOf(floor));
+    reset();
     const double taken = SecondsOf(work);
     bestWork = std::min(bestWork, taken);
     state.SetIterationTime(taken);

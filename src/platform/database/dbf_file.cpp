@@ -144,8 +144,8 @@ DbfTable ParseDbf(std::string file, const std::string& path) {
   const DbfHandle table = OpenInMemory(memory);
   if (!table) RefuseTable(path);
   std::string records = LiveRecords(table.get(), header, path);
-  const bool cutRecordIsLive = file[needed - header.RecordLength] != '*';
-  if (missing > 0 && cutRecordIsLive) records.resize(records.size() - missing);
+  const auto lastRecordIsLive = [&] { return file[needed - header.RecordLength] != '*'; };
+  if (missing > 0 && lastRecordIsLive()) records.resize(records.size() - missing);
   return DbfTable(std::move(header), std::move(records));
 }
 

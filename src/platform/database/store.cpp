@@ -141,6 +141,26 @@ bool Store::ReadRow(Bookmark row, std::vector<Value>& fields) {
   return true;
 }
 
+void Store::ReadRows(const std::vector<Bookmark>& rows,
+                     const std::function<void(Bookmark row, std::vector<Value>& fields)>& take) {
+  // A statement that stands on a row keeps the file's lock for those that follow.
+  struct Hold {
+    explicit Hold(SqliteStatement& statement) : Statement(statement) { Statement.Step(); }
+    ~Hold() { Statement.Reset(); }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+    SqliteStatement& Statement;
+  };
+  std::optional<Hold> hold;
+  if (rows.size() > 1 && !connection_->InTransaction()) {
+    hold.emplace(connection_->Question("SELECT 1 FROM OstrelPr LIMIT 1"));
+  }
+  std::vector<Value> fields;
+  for (const Bookmark row : rows) {
+    if (ReadRow(row, fields)) take(row, fields);
+  }
+}
+
 std::vector<Bookmark> Store::RowsUpTo(Bookmark highest) {
   SqliteStatement& statement =
       connection_->Question("SELECT rowid FROM OstrelPr WHERE rowid <= ?1 ORDER BY rowid");

@@ -3,6 +3,7 @@
 // A timecard store: one SQLite file with the table OstrelPr. All Database objects on one file share
 // one store, so they never lock each other out, see each other's rows and gather into one commit.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,6 +43,10 @@ class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
   bool ReadOnly() const { return connection_->ReadOnly(); }
   /// Reads all fields of a row; false when it is not there.
   bool ReadRow(Bookmark row, std::vector<Value>& fields);
+  /// The same for several rows, all of one state of the store; `take` is called for those that are
+  /// there.
+  void ReadRows(const std::vector<Bookmark>& rows,
+                const std::function<void(Bookmark row, std::vector<Value>& fields)>& take);
   /// Ids of all rows up to one, in the order of entry.
   std::vector<Bookmark> RowsUpTo(Bookmark highest);
 

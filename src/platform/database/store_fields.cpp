@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <unordered_map>
 
 #include "platform/failure.h"
 #include "platform/values/dates.h"
@@ -75,12 +76,18 @@ const TableDefinition& LineTable() {
 
 int LineFieldOrdinal(std::string_view name) {
   const auto& fields = LineTable().Fields;
-  auto field = std::find_if(fields.begin(), fields.end(),
-                            [&](const FieldDefinition& each) { return each.Name == name; });
-  if (field == fields.end()) {
-    field = std::find_if(fields.begin(), fields.end(),
-                         [&](const FieldDefinition& each) { return SameText(each.Name, name); });
-  }
+  static const auto byName = [&] {
+    std::unordered_map<std::string_view, int> ordinals;
+    for (const FieldDefinition& field : fields) {
+      ordinals.emplace(field.Name, static_cast<int>(ordinals.size()));
+    }
+    return ordinals;
+  }();
+  const auto known = byName.find(name);
+  if (known != byName.end()) return known->second;
+  const auto field = std::find_if(fields.begin(), fields.end(), [&](const FieldDefinition& each) {
+    return SameText(each.Name, name);
+  });
   return field == fields.end() ? -1 : static_cast<int>(field - fields.begin());
 }
 

@@ -9,6 +9,10 @@
 namespace ostrel {
 namespace {
 
+constexpr std::size_t kMostRowsAhead = 64;
+constexpr std::size_t kMostRowsKept = 1000;
+constexpr std::chrono::milliseconds kRowsAheadStay{20};
+
 [[noreturn]] void RefuseDeletedRow() {
   throw Failure(failure_number::kDeletedRecord, "Record is deleted.");
 }
@@ -50,7 +54,14 @@ const std::vector<Bookmark>& StoreRecordset::Rows() const {
 
 void StoreRecordset::MoveTo(std::size_t row) {
   mode_ = EditMode::None;
-  if (!store_->Connection().InTransaction()) read_.clear();
+  const auto step = static_cast<std::ptrdiff_t>(row) - static_cast<std::ptrdiff_t>(moved_to_);
+  const bool walks = step == step_ && (step == 1 || step == -1);
+  step_ = step;
+  moved_to_ = row;
+  if (!walks) ahead_ = 1;
+  const bool ahead =
+      walks && ahead_ > 1 && std::chrono::steady_clock::now() - read_at_ < kRowsAheadStay;
+  if (!ahead && !store_->Connection().InTransaction()) read_.clear();
   WalkedRecordset::MoveTo(row);
 }
 
@@ -58,8 +69,7 @@ void StoreRecordset::SetBookmark(Bookmark bookmark) {
   const auto& rows = Rows();
   const auto found = std::find(rows.begin(), rows.end(), bookmark);
   if (found == rows.end()) RefuseDeletedRow();
-  const bool known = read_.contains(bookmark) && read_change_ == store_->Writes().Changes() &&
-                     store_->Connection().InTransaction();
+  const bool known = IsRead(bookmark) && store_->Connection().InTransaction();
   std::vector<Value> fields;
   if (!known && !store_->ReadRow(bookmark, fields)) RefuseDeletedRow();
   MoveTo(static_cast<std::size_t>(found - rows.begin()));
@@ -68,22 +78,41 @@ void StoreRecordset::SetBookmark(Bookmark bookmark) {
 
 /// A place for a row that has just been read.
 std::vector<Value>& StoreRecordset::Room(Bookmark row) const {
-  constexpr std::size_t mostRows = 1000;
   const std::uint64_t change = store_->Writes().Changes();
-  if (read_change_ != change || read_.size() >= mostRows) read_.clear();
+  if (read_change_ != change) read_.clear();
   read_change_ = change;
   return read_[row];
 }
 
+bool StoreRecordset::IsRead(Bookmark row) const {
+  return read_change_ == store_->Writes().Changes() && read_.contains(row);
+}
+
+/// Twice as many rows each time, as long as the walk goes on and nothing is written on the way.
 const std::vector<Value>& StoreRecordset::CurrentFields() const {
-  const Bookmark row = Rows()[CurrentRow()];
-  if (read_change_ == store_->Writes().Changes()) {
-    const auto read = read_.find(row);
-    if (read != read_.end()) return read->second;
+  const std::size_t position = CurrentRow();
+  const Bookmark row = Rows()[position];
+  if (!IsRead(row)) {
+    const bool walks = step_ == 1 || step_ == -1;
+    const bool undisturbed = read_change_ == store_->Writes().Changes();
+    ahead_ = walks && undisturbed ? std::min(2 * ahead_, kMostRowsAhead) : 1;
+    ReadFrom(position, ahead_);
   }
-  std::vector<Value> fields;
-  if (!store_->ReadRow(row, fields)) RefuseDeletedRow();
-  return Room(row) = std::move(fields);
+  if (!IsRead(row)) RefuseDeletedRow();
+  return read_[row];
+}
+
+/// One look at the file for that many rows in the walk's direction, or as many as there are.
+void StoreRecordset::ReadFrom(std::size_t position, std::size_t count) const {
+  const std::size_t rows = Rows().size();
+  std::vector<Bookmark> wanted;
+  for (; wanted.size() < count && position < rows; position += static_cast<std::size_t>(step_)) {
+    wanted.push_back(Rows()[position]);
+  }
+  if (read_.size() >= kMostRowsKept) read_.clear();
+  read_at_ = std::chrono::steady_clock::now();
+  store_->ReadRows(
+      wanted, [&](Bookmark row, std::vector<Value>& fields) { Room(row) = std::move(fields); });
 }
 
 void StoreRecordset::BeginEdit(EditMode mode, Bookmark row, std::vector<Value> fields) {

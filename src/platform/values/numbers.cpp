@@ -119,8 +119,14 @@ Whole RoundedTo(double number) {
 }  // namespace
 
 double NumericPrefix(std::string_view text) {
-  if (text.find_first_of(kBlanks) == std::string_view::npos) return ReadLeadingNumber(text).Number;
-  return ReadLeadingNumber(WithoutAny(text, kBlanks)).Number;
+  constexpr std::string_view numberCharacters = "0123456789.+-eE";
+  std::string number;  // no more than that is looked at: a list of numbers is long
+  for (const char c : text) {
+    if (kBlanks.find(c) != std::string_view::npos) continue;
+    if (numberCharacters.find(c) == std::string_view::npos) break;
+    number += c;
+  }
+  return ReadLeadingNumber(number).Number;
 }
 
 double WholeNumberText(std::string_view text) {
