@@ -332,7 +332,9 @@ TEST(Tables, KeyWithoutAnEmployeeNumber) {
   auto equipment = DbfBuilder().Field("DESC", 'C', 5).Field("EQUIP", 'N', 3).Field("RATE", 'N', 3);
   folder.Files.Write("Gleq1234.dbf",
                      equipment.Row({"TRUCK", "9", "1"}).Row({"PLOW", "4", "2"}).Bytes());
-  folder.Files.Write("Glen1234.dbf", DbfBuilder().Field("EMPL_NUMB", 'N', 5).Bytes());
+  // No record, and records longer than all of the file.
+  folder.Files.Write("Glen1234.dbf",
+                     DbfBuilder().Field("EMPL_NUMB", 'N', 5).Field("DESC", 'C', 250).Bytes());
   Recordset gleq = folder.Open().OpenRecordset("Gleq1234", RecordsetType::Table);
   gleq.SetIndex("PrimaryIndex");
   const Bookmark bookmark = gleq.GetBookmark();
