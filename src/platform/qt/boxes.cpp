@@ -10,7 +10,9 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -101,6 +103,7 @@ class MessageBox : public QMessageBox {
     setIcon(IconOf(request.Icon));
     setTextFormat(Qt::PlainText);
     setText(Lines(request.Text));
+    KeepLinesWhole();
     setInformativeText(Lines(request.Detail));
     if (auto* detail = findChild<QLabel*>("qt_msgbox_informativelabel")) {
       detail->setTextFormat(Qt::PlainText);
@@ -130,6 +133,14 @@ class MessageBox : public QMessageBox {
   }
 
  private:
+  /// The toolkit breaks lines of 500 pixels; the lines of a report fit on half of any screen.
+  void KeepLinesWhole() {
+    auto* label = findChild<QLabel*>("qt_msgbox_label");
+    if (label == nullptr) return;
+    const int widest = label->fontMetrics().size(0, text()).width();
+    label->setMinimumWidth(std::min(widest, screen()->availableGeometry().width() / 2));
+  }
+
   bool MayEscape() const { return escapeButton() != nullptr; }
 
   /// All have one role, since the toolkit would sort them by it.
