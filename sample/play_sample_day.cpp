@@ -80,6 +80,13 @@ class Foreman {
     QApplication::processEvents();
     QTest::keyClick(Focused(), key, modifier);
   }
+  /// Keys for the menu that is open.
+  void PressesInMenu(std::initializer_list<Qt::Key> keys) {
+    for (const Qt::Key key : keys) {
+      QApplication::processEvents();
+      if (QWidget* menu = QApplication::activePopupWidget()) QTest::keyClick(menu, key);
+    }
+  }
   void Shows(const QString& name) { album_.Add(window_, name); }
 
  private:
@@ -113,6 +120,10 @@ void PlayDay(Foreman& foreman) {
   foreman.Presses(Qt::Key_E,
                   Qt::ControlModifier);  // in order of employees, with the hours worked out
   foreman.Shows("exported");
+  foreman.Presses(Qt::Key_F,
+                  Qt::AltModifier);  // over to the Options menu; its letter is Out's, too
+  foreman.PressesInMenu({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Return});
+  foreman.Shows("plain");
 }
 
 /// Whether the file that pays everybody is there; a copy of it and of the store goes to the results.
