@@ -1,12 +1,17 @@
 #include <QApplication>
 
+#include <optional>
+
 #include "entry/scan_main.h"
 #include "platform/qt/form_view.h"
+#include "platform/qt/no_display.h"
 #include "platform/qt/qt_desktop.h"
 
 int main(int argc, char** argv) {
   QApplication::setStyle("Fusion");
+  std::optional<ostrel::NoDisplayReport> noDisplay(std::in_place);
   const QApplication application(argc, argv);
+  noDisplay.reset();
   ostrel::EventEdge edge;
   ostrel::QtDesktop desktop(edge);
   ostrel::SetDesktop(&desktop);
