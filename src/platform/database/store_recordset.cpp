@@ -123,12 +123,10 @@ void StoreRecordset::BeginEdit(EditMode mode, Bookmark row, std::vector<Value> f
 }
 
 void StoreRecordset::AddNew() {
-  RefuseReadOnly(*store_);
   BeginEdit(EditMode::Add, 0, std::vector<Value>(LineTable().Fields.size()));
 }
 
 void StoreRecordset::Edit() {
-  RefuseReadOnly(*store_);
   const Bookmark row = Rows()[CurrentRow()];
   // Another program may have changed the row, unless an open commit keeps it out.
   if (!store_->Connection().InTransaction()) read_.clear();
@@ -143,8 +141,11 @@ void StoreRecordset::WriteEdit() {
   store_->Writes().Write(edit_);
 }
 
+// A store that cannot be written is found out here and not at AddNew, so that a line that cannot be
+// saved is one report, and not one for each field.
 void StoreRecordset::Update() {
   if (mode_ == EditMode::None) RefuseWithoutEdit();
+  RefuseReadOnly(*store_);
   if (mode_ == EditMode::InProgress && edit_.Fields == 0) {
     mode_ = EditMode::None;
     return;
