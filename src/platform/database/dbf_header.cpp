@@ -19,6 +19,8 @@ constexpr char kEndOfFields = 0x0D;
 constexpr char kEndOfFile = 0x1A;
 constexpr std::uint8_t kNullable = 0x02;  // among the flags of a Visual FoxPro field
 
+constexpr std::size_t kBacklink = 263;  // bytes behind the fields of a table in a FoxPro database
+
 constexpr std::string_view kVersions = "\x03\x30\x31\x32\x43\x63\x7B\x83\x8B\x8E\xCB\xE5\xF5\xFB";
 
 /// The file with the words for what is wrong with it.
@@ -77,6 +79,35 @@ class NullBits {
   int next_ = 0;
 };
 
+/// The letter may be all that a damaged byte has changed: what the bytes of the field then seem to
+/// say is no longer what was written.
+bool IsTypeOfItsLength(const DbfField& field, bool visual) {
+  switch (field.Type) {
+    case 'C':
+    case 'N':
+    case 'F':
+      return true;
+    case 'D':
+      return field.Length == 8;
+    case 'L':
+      return field.Length == 1;
+    case 'M':
+    case 'G':
+    case 'P':
+      return field.Length == 10 || (visual && field.Length == 4);
+    case 'B':
+      return field.Length == (visual ? 8 : 10);
+    case 'Y':
+    case 'T':
+      return visual && field.Length == 8;
+    case 'I':
+    case 'W':
+      return visual && field.Length == 4;
+    default:  // texts and bytes of varying length, and the null flags
+      return visual && (field.Type == 'V' || field.Type == 'Q' || field.Type == '0');
+  }
+}
+
 std::size_t SumOfLengths(const std::vector<DbfField>& fields) {
   std::size_t sum = 1;
   for (const DbfField& field : fields) sum += field.Length;
@@ -116,39 +147,76 @@ void HideNullFlags(DbfHeader& header) {
   header.Fields.erase(flags);
 }
 
+/// A header that ends too early or too late puts every field of every record in the wrong place.
+void CheckEndOfFields(const Suspect& file, const DbfHeader& header, std::size_t end) {
+  const bool marked = end < header.HeaderLength && file.Letter(end) == kEndOfFields;
+  if (!marked) file.Refuse("has no mark at the end of its fields");
+  const std::string_view rest = file.Bytes(end + 1, header.HeaderLength - end - 1);
+  const bool empty = rest.find_first_not_of('\0') == std::string_view::npos;
+  if (!empty && !(header.IsVisual() && rest.size() == kBacklink)) {
+    file.Refuse("says that its records begin at byte " + std::to_string(header.HeaderLength) +
+                ", but something stands before");
+  }
+}
+
 void ReadFields(const Suspect& file, DbfHeader& header) {
   const CodePage page = CodePageOf(header.Language);
   NullBits bits;
-  for (std::size_t at = kFixedPart;
-       at + kDescriptor <= header.HeaderLength && file.Letter(at) != kEndOfFields;
+  std::size_t at = kFixedPart;
+  for (; at + kDescriptor <= header.HeaderLength && file.Letter(at) != kEndOfFields;
        at += kDescriptor) {
-    header.Fields.push_back(ReadDescriptor(file, at, page));
-    if (header.IsVisual()) bits.Assign(header.Fields.back(), file.Byte(at + 18));
+    DbfField field = ReadDescriptor(file, at, page);
+    if (!IsTypeOfItsLength(field, header.IsVisual())) {
+      file.Refuse("has a field " + field.Name + " of no type that such a table has");
+    }
+    if (header.IsVisual()) bits.Assign(field, file.Byte(at + 18));
+    header.Fields.push_back(std::move(field));
   }
   FitToRecordLength(file, header);
+  CheckEndOfFields(file, header, at);
   PlaceFields(header);
   HideNullFlags(header);
   if (header.Fields.empty()) file.Refuse("has no fields");
 }
 
-std::size_t WholeRecords(const Suspect& file, const DbfHeader& header, std::size_t promised) {
+/// The first byte of a record: deleted, or live, for which some writers put a zero in every record.
+/// Anything else shows that the record does not begin there, or is damaged.
+class RecordMarks {
+ public:
+  RecordMarks(const Suspect& file, const DbfHeader& header)
+      : file_(file),
+        live_(file.Size() > header.HeaderLength && file.Letter(header.HeaderLength) == '\0' ? '\0'
+                                                                                            : ' ') {
+  }
+  bool At(std::size_t place) const {
+    return file_.Letter(place) == live_ || file_.Letter(place) == '*';
+  }
+
+ private:
+  const Suspect& file_;
+  char live_;
+};
+
+std::size_t WholeRecords(const Suspect& file, const DbfHeader& header, const RecordMarks& marks,
+                         std::size_t promised) {
   const std::size_t room = (file.Size() - header.HeaderLength) / header.RecordLength;
   for (std::size_t record = 0; record < room; ++record) {
-    const char flag = file.Letter(header.HeaderLength + record * header.RecordLength);
-    if (flag == kEndOfFile) return record;
-    if (record >= promised && flag != ' ' && flag != '*') return record;
+    const std::size_t place = header.HeaderLength + record * header.RecordLength;
+    if (marks.At(place)) continue;
+    if (record >= promised || file.Letter(place) == kEndOfFile) return record;
+    file.Refuse("has a damaged record, number " + std::to_string(record + 1));
   }
   return room;
 }
 
 std::size_t CountRecords(const Suspect& file, const DbfHeader& header) {
+  const RecordMarks marks(file, header);
   const std::size_t promised = file.DoubleWord(4);
-  std::size_t records = WholeRecords(file, header, promised);
+  std::size_t records = WholeRecords(file, header, marks, promised);
   const std::size_t rest = header.HeaderLength + records * header.RecordLength;
   const bool cutShort = file.Size() - rest < header.RecordLength;
   const std::size_t firstField = header.Fields.front().Offset + header.Fields.front().Length;
-  if (records + 1 == promised && cutShort && file.Size() - rest >= firstField &&
-      file.Letter(rest) != kEndOfFile) {
+  if (records + 1 == promised && cutShort && file.Size() - rest >= firstField && marks.At(rest)) {
     ++records;
   }
   if (records < promised) {

@@ -64,7 +64,9 @@ Database OpenDatabase(const std::string& path) {
 
 Database CreateDatabase(const std::string& path, std::string_view) {
   auto connection = CreateStoreFile(path);
-  return Database(Enter(NameOfExistingFile(path), std::move(connection)));
+  auto store = Enter(NameOfExistingFile(path), std::move(connection));
+  store->SetNew();
+  return Database(std::move(store));
 }
 
 void SettleAllShared() {

@@ -37,12 +37,6 @@ void BindAll(SqliteStatement& statement, const std::vector<Value>& parameters) {
   for (const Value& value : parameters) statement.Bind(parameter++, value);
 }
 
-std::string Quoted(std::string_view name) {
-  std::string quoted = "\"";
-  for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
-  return quoted + '"';
-}
-
 }  // namespace
 
 Store::Store(std::string path, std::unique_ptr<SqliteConnection> connection)
@@ -181,17 +175,15 @@ void Store::Execute(std::string_view sql) {
   // Ascending whatever is asked for. SQLite walks an index from either end and keeps equal entries in
   // the order of their row ids, so walked backwards this one gives the newest moment first and, among
   // equals, the line entered last: the order of the view. A descending one would need sorting.
-  Alter("CREATE INDEX " + Quoted(creation->Index) + " ON OstrelPr(" + Quoted(creation->Field) +
-        ")");
+  Alter("CREATE INDEX " + QuotedName(creation->Index) + " ON OstrelPr(" +
+        QuotedName(creation->Field) + ")");
 }
 
+// A new store has had its table from the first moment on.
 void Store::AppendTable(const TableDefinition& table) {
-  std::string sql = "CREATE TABLE " + Quoted(table.Name) + "(";
-  const char* joint = "";
-  for (const FieldDefinition& field : table.Fields) {
-    sql += std::exchange(joint, ", ") + Quoted(field.Name) + " " + ColumnType(field);
-  }
-  Alter(sql + ")");
+  const std::string sql = CreationSql(table);
+  if (std::exchange(is_new_, false) && sql == CreationSql(LineTable())) return;
+  Alter(sql);
 }
 
 void Store::DeleteIndex(std::string_view table, std::string_view index) {
@@ -199,7 +191,7 @@ void Store::DeleteIndex(std::string_view table, std::string_view index) {
     throw Failure(failure_number::kItemNotFound,
                   "The table has no index \"" + std::string(index) + "\".");
   }
-  Alter("DROP INDEX " + Quoted(index));
+  Alter("DROP INDEX " + QuotedName(index));
 }
 
 bool Store::HasIndex(std::string_view table, std::string_view index) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/failure.h"
 #include "platform/values/dates.h"
@@ -89,6 +90,21 @@ int LineFieldOrdinal(std::string_view name) {
     return SameText(each.Name, name);
   });
   return field == fields.end() ? -1 : static_cast<int>(field - fields.begin());
+}
+
+std::string QuotedName(std::string_view name) {
+  std::string quoted = "\"";
+  for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
+  return quoted + '"';
+}
+
+std::string CreationSql(const TableDefinition& table) {
+  std::string sql = "CREATE TABLE " + QuotedName(table.Name) + "(";
+  const char* joint = "";
+  for (const FieldDefinition& field : table.Fields) {
+    sql += std::exchange(joint, ", ") + QuotedName(field.Name) + " " + ColumnType(field);
+  }
+  return sql + ")";
 }
 
 std::string ColumnType(const FieldDefinition& field) {

@@ -26,6 +26,12 @@ int LineFieldOrdinal(std::string_view name);
 /// every number as a REAL; a date is one too, in days since 30 December 1899.
 std::string ColumnType(const FieldDefinition& field);
 
+/// A name as it stands in SQL.
+std::string QuotedName(std::string_view name);
+
+/// The statement that makes a table in the file.
+std::string CreationSql(const TableDefinition& table);
+
 /// The value as the field keeps it: a text turned into a number or a moment, a number cut to single
 /// precision. Null stays Null.
 ///   throws  Failure 3163 for a text longer than the field; 3421 for a value that the type cannot

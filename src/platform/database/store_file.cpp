@@ -86,14 +86,30 @@ class FileInTheMaking {
   bool stays_ = false;
 };
 
-void CreateEmptyFile(const std::string& path) {
+void RequireRoomFor(const std::string& path) {
   std::error_code unknown;
   const std::filesystem::path folder = PathFromUtf8(path).parent_path();
   if (!folder.empty() && !std::filesystem::is_directory(folder, unknown)) {
     throw FileFailure(failure_number::kPathNotFound, path);
   }
-  if (Exist(path) || !OsFile::CreateNew(path, kReadWritePermissions)) {
+  if (Exist(path)) throw FileFailure(failure_number::kFileExists, path);
+}
+
+void CreateEmptyFile(const std::string& path) {
+  if (!OsFile::CreateNew(path, kReadWritePermissions)) {
     throw FileFailure(failure_number::kFileExists, path);
+  }
+}
+
+void FillNewStore(const std::string& path) {
+  SqliteConnection connection(path);
+  SetDurability(connection);
+  connection.Run("PRAGMA journal_mode = MEMORY", StoreStep::Create);  // no file of its own beside it
+  for (const std::string& sql :
+       {std::string("BEGIN IMMEDIATE"), "PRAGMA application_id = " + std::to_string(kApplicationId),
+        "PRAGMA user_version = " + std::to_string(kLayoutVersion), CreationSql(LineTable()),
+        std::string("COMMIT")}) {
+    connection.Run(sql, StoreStep::Create);
   }
 }
 
@@ -127,16 +143,18 @@ std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path) {
   return connection;
 }
 
+// Made under another name: whoever is cut off in the midst of it leaves no store that cannot be opened.
 std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path) {
-  CreateEmptyFile(path);
-  FileInTheMaking file(path);
+  RequireRoomFor(path);
+  const std::string making = path + ".new";
+  { const FileInTheMaking leftOver(making); }
+  CreateEmptyFile(making);
+  FileInTheMaking file(making);
+  FillNewStore(making);
+  RenameDurably(making, path);
+  file.Keep();
   auto connection = std::make_unique<SqliteConnection>(path);
   SetDurability(*connection);
-  connection->Run("BEGIN IMMEDIATE", StoreStep::Create);
-  connection->Run("PRAGMA application_id = " + std::to_string(kApplicationId), StoreStep::Create);
-  connection->Run("PRAGMA user_version = " + std::to_string(kLayoutVersion), StoreStep::Create);
-  connection->Run("COMMIT", StoreStep::Create);
-  file.Keep();
   return connection;
 }
 

@@ -14,7 +14,7 @@ namespace ostrel {
 ///   throws  Failure 3024, 3343, 3049 or 3260, see OpenDatabase
 std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path);
 
-/// Makes a store without its table.
+/// Makes a store with its table, in one step that is there as a whole or not at all.
 ///   throws  Failure 58, 75, 76 or 61, see CreateDatabase; no file of its own stays behind then
 std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path);
 
