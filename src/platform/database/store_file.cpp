@@ -47,9 +47,10 @@ void RequireStoreHeader(const SqliteConnection& connection, const std::string& p
   if (!ours) RefuseForeign(path);
 }
 
-// Cuts short at the first finding; one is enough to refuse the file.
+// Cuts short at the first finding; one is enough to refuse the file. The quick check takes half the
+// time, but passes an index that has lost lines, and the day would go to the office without them.
 void RequireSound(SqliteConnection& connection, const std::string& path) {
-  SqliteStatement check(connection, "PRAGMA quick_check(1)", StoreStep::Read);
+  SqliteStatement check(connection, "PRAGMA integrity_check(1)", StoreStep::Read);
   std::string finding;
   while (check.Step()) finding = check.Text(0);
   if (finding != "ok") {

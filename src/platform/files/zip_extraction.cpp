@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <set>
+#include <string_view>
 
 #include "platform/failure.h"
 #include "platform/files/files.h"
+#include "platform/files/os_file.h"
 #include "platform/files/staged_files.h"
 #include "platform/files/zip_archive.h"
 #include "platform/values/text.h"
@@ -43,9 +45,30 @@ void CheckUnique(const std::vector<ZipMember>& members) {
   }
 }
 
-std::vector<ZipMember> WantedMembers(const ZipArchive& archive,
+/// Checksums protect what is in the files, nothing protects their names: with one letter damaged an
+/// old table would stay among new ones. But every name stands in a zip twice, in its directory and in
+/// front of the file.
+void CheckDirectory(std::string_view zip, const std::vector<ZipMember>& members,
+                    const std::vector<std::string>& baseNames) {
+  constexpr std::string_view kMark("PK\3\4", 4);
+  constexpr std::size_t kNameLength = 26, kName = 30;  // places behind the mark
+  for (std::size_t at = zip.find(kMark); at < zip.size(); at = zip.find(kMark, at + 1)) {
+    if (zip.size() - at < kName) return;
+    const auto length = static_cast<unsigned char>(zip[at + kNameLength]);  // wanted ones are short
+    const std::string_view name = zip.substr(at + kName, length);
+    const bool listed = std::any_of(members.begin(), members.end(), [name](const auto& member) {
+      return SameText(member.Name, name);
+    });
+    if (!listed && IsWantedName(name, baseNames)) {
+      Refuse("Its directory is damaged: " + std::string(name) + " is missing there.");
+    }
+  }
+}
+
+std::vector<ZipMember> WantedMembers(const std::string& path, const ZipArchive& archive,
                                      const std::vector<std::string>& baseNames) {
   std::vector<ZipMember> members = archive.Members();
+  CheckDirectory(OsFile::OpenToRead(path).ReadAll(), members, baseNames);
   std::erase_if(members, [&](const ZipMember& member) {
     return !member.IsPlainFile || !IsWantedName(member.Name, baseNames);
   });
@@ -64,8 +87,9 @@ std::string ReadMember(const ZipArchive& archive, const ZipMember& member) {
 }
 
 void Extract(const ZipExtraction& order) {
-  const ZipArchive archive = ZipArchive::Open(ExistingPath(order.Zip));
-  const std::vector<ZipMember> members = WantedMembers(archive, order.BaseNames);
+  const std::string path = ExistingPath(order.Zip);
+  const ZipArchive archive = ZipArchive::Open(path);
+  const std::vector<ZipMember> members = WantedMembers(path, archive, order.BaseNames);
   const StagedFiles staged(order.Folder);
   for (const ZipMember& member : members) {
     const std::string content = ReadMember(archive, member);

@@ -23,8 +23,8 @@ struct ZipExtraction {
 /// Unpacks the wanted members; base names match in any case, a file gets its name as the zip has it.
 ///   returns  the empty text when all went well, else one that names the zip and the fault; then
 ///            every old file is as it was
-/// Refused are a zip with none of the members, with one twice, or with more than payroll tables can
-/// be (limits in the source). Folders and what lies in them, links, devices and names that no system
+/// Refused are a zip with none of the members, with one twice, with one that its directory does not
+/// name, or with more than payroll tables can be (limits in the source). Folders and what lies in them, links, devices and names that no system
 /// can keep are passed over.
 std::string ExtractZip(const ZipExtraction& order);
 

@@ -103,8 +103,8 @@ class MessageBox : public QMessageBox {
     setIcon(IconOf(request.Icon));
     setTextFormat(Qt::PlainText);
     setText(Lines(request.Text));
-    KeepLinesWhole();
     setInformativeText(Lines(request.Detail));
+    KeepLinesWhole();
     if (auto* detail = findChild<QLabel*>("qt_msgbox_informativelabel")) {
       detail->setTextFormat(Qt::PlainText);
     }
@@ -137,7 +137,8 @@ class MessageBox : public QMessageBox {
   void KeepLinesWhole() {
     auto* label = findChild<QLabel*>("qt_msgbox_label");
     if (label == nullptr) return;
-    const int widest = label->fontMetrics().size(0, text()).width();
+    const QString lines = text() + "\n" + informativeText();
+    const int widest = label->fontMetrics().size(0, lines).width();
     label->setMinimumWidth(std::min(widest, screen()->availableGeometry().width() / 2));
   }
 

@@ -28,6 +28,37 @@ Qt::Alignment AlignmentFlags(Alignment align) {
   return Qt::AlignLeft | Qt::AlignVCenter;
 }
 
+const QStaticText& LaidOutTexts::Of(const QString& text, const QFont& font) {
+  constexpr qsizetype mostTexts = 5000;
+  if (font != font_ || texts_.size() > mostTexts) texts_.clear();
+  font_ = font;
+  auto found = texts_.find(text);
+  if (found == texts_.end()) {
+    QStaticText laidOut(QString(text).replace('\n', ' '));
+    laidOut.setTextFormat(Qt::PlainText);
+    laidOut.prepare({}, font);
+    found = texts_.insert(text, laidOut);
+  }
+  return *found;
+}
+
+void DrawFitted(QPainter& painter, const QRect& place, Qt::Alignment align,
+                const QStaticText& text) {
+  if (text.text().isEmpty() || place.width() <= 0) return;
+  const double spare = place.width() - text.size().width();
+  const double top = place.top() + (place.height() - text.size().height()) / 2;
+  if (spare >= 0) {
+    const double left = align & Qt::AlignRight ? spare : align & Qt::AlignHCenter ? spare / 2 : 0;
+    painter.drawStaticText(QPointF(place.left() + left, top), text);
+    return;
+  }
+  painter.save();
+  painter.translate(place.left(), top);
+  painter.scale(place.width() / text.size().width(), 1);
+  painter.drawStaticText(0, 0, text);
+  painter.restore();
+}
+
 void DrawFitted(QPainter& painter, const QRect& place, int flags, const QString& text) {
   if (text.isEmpty() || place.width() <= 0) return;
   const int measured = flags & Qt::TextShowMnemonic;

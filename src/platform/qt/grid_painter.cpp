@@ -40,11 +40,12 @@ std::vector<Value> ReadRow(const Recordset& rows, std::size_t row) {
 }  // namespace
 
 GridPainter::GridPainter(QPainter& painter, Grid& grid, const GridGeometry& geometry,
-                         const QPalette& palette)
+                         const QPalette& palette, LaidOutTexts& texts)
     : painter_(painter),
       grid_(grid),
       geometry_(geometry),
       palette_(palette),
+      texts_(texts),
       padding_(std::max(2, geometry.RowHeight / 6)) {}
 
 void GridPainter::PaintButtonFace(const QRect& cell, const QColor& face) {
@@ -145,12 +146,13 @@ void GridPainter::PaintCell(const QRect& cell, const Column& column, const Value
   if (value.IsNull()) return;
   QString text = ToQt(column.Display(value)).left(kLongestDrawn);
   const QRect place = cell.adjusted(padding_, 0, -padding_, 0);
-  const int room = static_cast<int>(place.width() / kNarrowest);
-  const QFontMetrics metrics = painter_.fontMetrics();
-  if (metrics.horizontalAdvance(text) > room) text = metrics.elidedText(text, Qt::ElideRight, room);
+  const double room = place.width() / kNarrowest;
+  if (texts_.Of(text, painter_.font()).size().width() > room) {
+    text = painter_.fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room));
+  }
   const bool numberByKind = column.CellAlign == Alignment::General && IsNumber(value);
   const Alignment align = numberByKind ? Alignment::Right : column.CellAlign;
-  DrawFitted(painter_, place, static_cast<int>(AlignmentFlags(align).toInt()), text);
+  DrawFitted(painter_, place, AlignmentFlags(align), texts_.Of(text, painter_.font()));
 }
 
 void GridPainter::PaintRecordBox(const QRect& line, RowLook look) {

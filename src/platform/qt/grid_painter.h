@@ -8,13 +8,15 @@
 #include <vector>
 
 #include "platform/forms/grid.h"
+#include "platform/qt/fitted_text.h"
 #include "platform/qt/grid_geometry.h"
 
 namespace ostrel {
 
 class GridPainter {
  public:
-  GridPainter(QPainter& painter, Grid& grid, const GridGeometry& geometry, const QPalette& palette);
+  GridPainter(QPainter& painter, Grid& grid, const GridGeometry& geometry, const QPalette& palette,
+              LaidOutTexts& texts);
 
   void PaintHeading();
   void PaintFooter();
@@ -37,6 +39,7 @@ class GridPainter {
   Grid& grid_;
   const GridGeometry& geometry_;
   const QPalette& palette_;
+  LaidOutTexts& texts_;
   int padding_;
   std::vector<int> fields_;  // ordinal in the recordset for each visible column, or -1
 };

@@ -162,7 +162,7 @@ bool GridView::viewportEvent(QEvent* event) {
 void GridView::Paint(const QRect& dirty) {
   QPainter painter(viewport());
   const GridGeometry geometry = Geometry();
-  GridPainter grid(painter, grid_, geometry, palette());
+  GridPainter grid(painter, grid_, geometry, palette(), texts_);
   const bool hasFocus = surface_.Shown.ActiveControl() == &grid_;
   grid.PaintRows(static_cast<std::size_t>(FirstRow()), dirty, hasFocus);
   if (geometry.Heading().intersects(dirty)) grid.PaintHeading();

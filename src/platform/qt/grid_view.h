@@ -9,6 +9,7 @@
 #include "platform/forms/grid.h"
 #include "platform/qt/control_view.h"
 #include "platform/qt/grid_cell_editor.h"
+#include "platform/qt/fitted_text.h"
 #include "platform/qt/grid_geometry.h"
 
 namespace ostrel {
@@ -52,6 +53,7 @@ class GridView : public QAbstractScrollArea, public ControlView {
   Grid& grid_;
   Surface surface_;
   GridCellEditor* editor_;
+  LaidOutTexts texts_;
   std::ptrdiff_t shownRow_ = -1;  // the current row as last drawn
 };
 
