@@ -123,14 +123,15 @@ TEST(Layouts, PlaceTheBoxesAboveTheirColumns) {
       return std::to_string(control.Left.Get()) + " ";
     };
     return place(txtInput[kTimeBox]) + place(txtInput[kQuanDescBox]) + place(txtInput[kRateBox]) +
-           place(chkStdRate) + place(Shape1) + place(cmdSave) + place(frmCosting) +
+           place(chkStdRate) + place(Shape1) + place(cmdSave) + place(CurTimeCtl1) +
+           place(frmCosting) +
            std::to_string(txtInput[kTimeBox].TabIndex) + std::to_string(cmdSave.TabIndex) +
            (Frame1.Visible ? " clock" : " plain");
   };
-  const std::string timeClock = "3510 5745 6330 6330 2085 2265 8775 32 clock";
+  const std::string timeClock = "3510 5745 6330 6330 2085 2265 3525 8775 32 clock";
   EXPECT_EQ(state(), timeClock);
   payroll.Choose(mnuUseTimeClock);
-  EXPECT_EQ(state(), "1860 5013 5598 5598 2925 3105 8010 23 plain");
+  EXPECT_EQ(state(), "1860 5013 5598 5598 2925 3105 4345 8010 23 plain");
   for (const MenuItem* gone :
        {&mnuMinWageWatch, &mnuClockoutAllEmpls, &mnuReClockInAllEmpls, &mnuAutosetTime}) {
     EXPECT_FALSE(gone->Visible) << gone->Name;

@@ -36,6 +36,8 @@ void PlaceBoxes(bool timeClock) {
   chkStdRate.Left = txtInput[kRateBox].Left;
   Shape1.Left = 2085 + button;
   cmdSave.Left = 2265 + button;
+  // The settings may show the clock in the plain layout too; there it makes way for the button.
+  CurTimeCtl1.Left = timeClock ? 3525 : Shape1.Left + Shape1.Width + 30;
 }
 
 void ShowColumns(bool timeClock) {

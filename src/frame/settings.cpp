@@ -122,7 +122,7 @@ void GetIniParms() {
   statement(1570, [&] { text = IniRead(kIniSection, "AutosetTime"); });
   if (!text.empty()) mnuAutosetTime.Checked = text == "True";
   lblClockOff.Top = 360;
-  lblClockOff.Left = 3495;
+  lblClockOff.Left = CurTimeCtl1.Left - 30;
   ShowClock(mnuAutosetTime.Checked);
 
   text.clear();

@@ -133,13 +133,13 @@ class MessageBox : public QMessageBox {
   }
 
  private:
-  /// The toolkit breaks lines of 500 pixels; the lines of a report fit on half of any screen.
+  /// The toolkit breaks lines of 500 pixels; the lines of a message need no more than most of a screen.
   void KeepLinesWhole() {
     auto* label = findChild<QLabel*>("qt_msgbox_label");
     if (label == nullptr) return;
     const QString lines = text() + "\n" + informativeText();
     const int widest = label->fontMetrics().size(0, lines).width();
-    label->setMinimumWidth(std::min(widest, screen()->availableGeometry().width() / 2));
+    label->setMinimumWidth(std::min(widest, screen()->availableGeometry().width() * 2 / 3));
   }
 
   bool MayEscape() const { return escapeButton() != nullptr; }
