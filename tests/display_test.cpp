@@ -131,7 +131,7 @@ TEST(Layouts, PlaceTheBoxesAboveTheirColumns) {
   const std::string timeClock = "3510 5745 6330 6330 2085 2265 3525 8775 32 clock";
   EXPECT_EQ(state(), timeClock);
   payroll.Choose(mnuUseTimeClock);
-  EXPECT_EQ(state(), "1860 5013 5598 5598 2925 3105 4345 8010 23 plain");
+  EXPECT_EQ(state(), "1860 5013 5598 5598 2925 3105 4395 8010 23 plain");
   for (const MenuItem* gone :
        {&mnuMinWageWatch, &mnuClockoutAllEmpls, &mnuReClockInAllEmpls, &mnuAutosetTime}) {
     EXPECT_FALSE(gone->Visible) << gone->Name;

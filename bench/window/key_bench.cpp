@@ -85,8 +85,8 @@ void Report(const char* what, std::vector<double> milliseconds) {
 }
 
 std::vector<double> Times(const std::function<double()>& press) {
-  std::vector<double> milliseconds;
-  for (int i = 0; i < kKeys; ++i) milliseconds.push_back(press());
+  std::vector<double> milliseconds(kKeys);
+  for (double& each : milliseconds) each = press();
   return milliseconds;
 }
 
