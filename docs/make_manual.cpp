@@ -1,6 +1,6 @@
 // make_manual <manual.md> <manual.html>
 //
-// Makes the foreman's manual that ships beside the program: one page with its pictures in it, for
+// Makes the pages for the foreman that ship beside the program, each with its pictures in it, for
 // any web browser. Knows as much of Markdown as the manual uses: headings, paragraphs, pictures on a
 // line of their own, lists, tables, and in the text **bold**, `code` and [links](target).
 
@@ -17,7 +17,7 @@ constexpr const char* kHead = R"(<!DOCTYPE html>
 <html lang="en">
 <head>
 <meta charset="utf-8">
-<title>Ostrel Payroll: the foreman's manual</title>
+<title>Ostrel Payroll</title>
 <style>
 body { font: 16px/1.5 sans-serif; max-width: 52em; margin: 2em auto; padding: 0 1em; color: #222; }
 h1, h2 { line-height: 1.2; }
@@ -61,9 +61,10 @@ std::string Escaped(std::string_view text) {
 
 std::string Inline(const std::string& text) {
   static const std::regex bold(R"(\*\*([^*]+)\*\*)"), code("`([^`]+)`"),
-      link(R"(\[([^\]]+)\]\(([^)]+)\))");
+      page(R"(\[([^\]]+)\]\(([^)]+)\.md\))"), link(R"(\[([^\]]+)\]\(([^)]+)\))");
   std::string html = std::regex_replace(Escaped(text), code, "<code>$1</code>");
   html = std::regex_replace(html, bold, "<b>$1</b>");
+  html = std::regex_replace(html, page, "<a href=\"$2.html\">$1</a>");  // made of the same kind
   return std::regex_replace(html, link, "<a href=\"$2\">$1</a>");
 }
 

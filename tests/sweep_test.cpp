@@ -14,47 +14,13 @@
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "hours/employee_hours.h"
+#include "support/agreeing_desktop.h"
 #include "support/payroll.h"
 
 namespace ostrel {
 namespace {
 
 constexpr std::int32_t kPlanted = 3022;
-
-/// An operator who agrees to everything and answers reports as told.
-class AgreeingDesktop : public ScriptedDesktop {
- public:
-  AgreeingDesktop(ScriptedDesktop& hands, BoxAnswer toReports)
-      : hands_(hands), toReports_(toReports) {}
-  BoxAnswer ShowMessageBox(const MessageBoxRequest& request) override {
-    switch (request.Buttons) {
-      case BoxButtons::AbortRetryIgnore:
-        Reports.push_back(request.Text);
-        EXPECT_LT(Reports.size(), 200U) << "the reports do not end: " << request.Text;
-        if (Reports.size() >= 200) return BoxAnswer::Abort;
-        return toReports_;
-      case BoxButtons::YesNo:
-      case BoxButtons::YesNoCancel:
-        return SayNo ? BoxAnswer::No : BoxAnswer::Yes;
-      default:
-        return BoxAnswer::Ok;
-    }
-  }
-  std::string ShowInputBox(const std::string&, const std::string&,
-                           const std::string& offered) override {
-    return Typed.empty() ? offered : Typed;
-  }
-  std::string ShowOpenFile(const OpenFileRequest&) override { return {}; }
-  void Post(std::function<void()> action) override { hands_.Post(std::move(action)); }
-
-  std::vector<std::string> Reports;
-  bool SayNo = false;
-  std::string Typed;
-
- private:
-  ScriptedDesktop& hands_;
-  BoxAnswer toReports_;
-};
 
 struct Site {
   std::string Module, Routine;

@@ -247,6 +247,10 @@ TEST(Tables, RefusesWhatIsNoTable) {
       {with(48, '\x09'), "its fields take"},
       {with(32, '\0'), "a field without a name"},
       {with(32, '\r'), "its fields take"},
+      {with(8, '\xE0'), "no mark at the end of its fields"},
+      {with(8, '\xE2'), "begin at byte 226, but something stands before"},
+      {with(43, 'I'), "a field EMPL_NUMB of no type"},
+      {with(225, '!'), "damaged record, number 1"},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.Reason);

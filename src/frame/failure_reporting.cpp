@@ -216,7 +216,8 @@ bool FailureTail::WantsRetry(std::int32_t line, const std::exception& fault) con
   return Answer != 0;
 }
 
-bool ReportAtEdge(const Failure& failure) {
+bool ReportAtEdge(const std::exception& fault) {
+  const Failure failure = AsFailure(fault);
   std::int32_t ErrNum = failure.Number;
   std::string ErrMsg = failure.Text;
   std::int32_t ErrLine = 0;

@@ -39,9 +39,9 @@ void DisplayErrMessage(std::int32_t& ErrNum, std::string& ErrMsg, std::int32_t& 
                        const std::string& RoutineLabel, const std::string& ModuleLabel,
                        std::int16_t& Answer);
 
-/// For a failure that leaves an event routine altogether.
+/// For a failure, or any other fault, that leaves an event routine altogether.
 ///   returns  whether the operator wants the failed step to run again
-bool ReportAtEdge(const Failure& failure);
+bool ReportAtEdge(const std::exception& fault);
 
 /// Forgets the site of the last lock conflict.
 void ResetFailureReporting();

@@ -37,12 +37,17 @@ void DeleteIndexIfThere(const char* index) {
   }
 }
 
+/// A try whose last step failed has put the store in its place already.
+Database MadeStore() {
+  return Exist(StorePath()) ? OpenDatabase(StorePath()) : CreateDatabase(StorePath(), kSortOrder);
+}
+
 }  // namespace
 
 void CreatePrinMdb() {
   constexpr FailureTail statement{PrinModule, "CreatePrinMdb"};
   Database NewDb;
-  statement(13110, [&] { NewDb = CreateDatabase(StorePath(), kSortOrder); });
+  statement(13110, [&] { NewDb = MadeStore(); });
   if (!NewDb) {
     statement(13120, [] { MsgBox("Couldn't create Prin.mdb database"); });
     return;

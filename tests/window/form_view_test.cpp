@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include "frame/app_state.h"
+#include "frame/failure_reporting.h"
 #include "platform/forms/data_control.h"
 #include "platform/forms/grid.h"
 #include "platform/qt/grid_view.h"
@@ -56,8 +57,8 @@ class FormViewTest : public testing::Test {
     in.Click = [this] { log += "in "; };
     out.Click = [this] { log += "out "; };
     check.Click = [this] { log += "check "; };
-    form.OnFailure = [this](const Failure& failure) {
-      log += std::to_string(failure.Number) + " ";
+    form.OnFailure = [this](const std::exception& failure) {
+      log += std::to_string(AsFailure(failure).Number) + " ";
       return false;
     };
   }

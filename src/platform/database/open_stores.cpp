@@ -64,9 +64,7 @@ Database OpenDatabase(const std::string& path) {
 
 Database CreateDatabase(const std::string& path, std::string_view) {
   auto connection = CreateStoreFile(path);
-  auto store = Enter(NameOfExistingFile(path), std::move(connection));
-  store->SetNew();
-  return Database(std::move(store));
+  return Database(Enter(NameOfExistingFile(path), std::move(connection)));
 }
 
 void SettleAllShared() {

@@ -3,12 +3,25 @@
 #include <utility>
 
 #include "platform/database/store_fields.h"
+#include "platform/failure.h"
+#include "platform/files/os_file.h"
 
 namespace ostrel {
 namespace {
 
 constexpr int kBusyTimeoutMs = 500;
 constexpr std::size_t kMostQuestionsKept = 64;
+
+/// throws  the failure of a file that cannot be opened for another reason
+bool IsWriteProtected(const std::string& path) {
+  try {
+    OsFile::OpenToAppend(path);
+    return false;
+  } catch (const Failure& failure) {
+    if (failure.Number != failure_number::kPathAccess) throw;
+    return true;
+  }
+}
 
 /// Puts a flag back whichever way the work ends.
 class FlagReset {
@@ -74,16 +87,22 @@ std::string SqliteStatement::Text(int column) const {
           static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column))};
 }
 
+// SQLite takes any fault at opening for write protection and opens to read alone.
 SqliteConnection::SqliteConnection(const std::string& path) {
+  Open(path);
+  if (ReadOnly() && !IsWriteProtected(path)) Open(path);
+  sqlite3_extended_result_codes(handle_.get(), 1);
+  sqlite3_busy_timeout(handle_.get(), kBusyTimeoutMs);
+  Harden();
+}
+
+void SqliteConnection::Open(const std::string& path) {
   sqlite3* handle = nullptr;
   const int code = sqlite3_open_v2(
       path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE,
       nullptr);
   handle_.reset(handle);
   if (code != SQLITE_OK) Fail(code, StoreStep::Read);
-  sqlite3_extended_result_codes(handle, 1);
-  sqlite3_busy_timeout(handle, kBusyTimeoutMs);
-  Harden();
 }
 
 // Nothing that stands in a file may act by itself.

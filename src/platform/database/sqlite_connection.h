@@ -59,7 +59,8 @@ class SqliteStatement {
 class SqliteConnection {
  public:
   /// Opens an existing file to read and write, or to read alone where it cannot be written.
-  ///   throws  Failure 3024 when it cannot be opened
+  ///   throws  Failure 3024 when it cannot be opened, 57 or another of files when it can only be
+  ///           read now and that is no write protection
   explicit SqliteConnection(const std::string& path);
   SqliteConnection(const SqliteConnection&) = delete;
   SqliteConnection& operator=(const SqliteConnection&) = delete;
@@ -97,6 +98,7 @@ class SqliteConnection {
   struct TextHash : std::hash<std::string_view> {
     using is_transparent = void;
   };
+  void Open(const std::string& path);
   void Harden();
   static int Authorize(void* connection, int action, const char* first, const char* second,
                        const char* database, const char* trigger);

@@ -175,14 +175,15 @@ void Store::Execute(std::string_view sql) {
   // Ascending whatever is asked for. SQLite walks an index from either end and keeps equal entries in
   // the order of their row ids, so walked backwards this one gives the newest moment first and, among
   // equals, the line entered last: the order of the view. A descending one would need sorting.
-  Alter("CREATE INDEX " + QuotedName(creation->Index) + " ON OstrelPr(" +
+  // A commit that failed may have reached the file, and is tried again.
+  Alter("CREATE INDEX IF NOT EXISTS " + QuotedName(creation->Index) + " ON OstrelPr(" +
         QuotedName(creation->Field) + ")");
 }
 
 // A new store has had its table from the first moment on.
 void Store::AppendTable(const TableDefinition& table) {
   const std::string sql = CreationSql(table);
-  if (std::exchange(is_new_, false) && sql == CreationSql(LineTable())) return;
+  if (sql == CreationSql(LineTable())) return;  // no store is without it
   Alter(sql);
 }
 

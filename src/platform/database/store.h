@@ -32,9 +32,6 @@ class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
   void SettleShared() override { commit_.Settle(); }
   void CommitShared() override { commit_.EndSharing(); }
 
-  /// The file has just been made; its table is still to be appended, as far as the caller knows.
-  void SetNew() { is_new_ = true; }
-
   const std::string& Path() const { return path_; }
   SqliteConnection& Connection() { return *connection_; }
   /// throws  Failure 3343 when the table is not there, as in a store whose making broke off
@@ -64,7 +61,6 @@ class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
 
   std::string path_;
   std::unique_ptr<SqliteConnection> connection_;
-  bool is_new_ = false;
   bool has_table_ = false;  // as far as is known
   SharedCommit commit_;
   DayIndex day_index_;

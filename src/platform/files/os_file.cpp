@@ -267,10 +267,17 @@ std::optional<int> PermissionsOf(const std::string& path) {
 
 bool MayWrite(const std::string& path) { return SystemMayWrite(path); }
 
+void Rename(const std::string& from, const std::string& to) {
+  if (!SystemRename(from, to)) throw SystemFailure(errno, FileStep::Transfer, to);
+}
+
+void FlushName(const std::string& path) {
+  if (!FlushFolderOf(path)) throw SystemFailure(errno, FileStep::Transfer, path);
+}
+
 void RenameDurably(const std::string& from, const std::string& to) {
-  if (!SystemRename(from, to) || !FlushFolderOf(to)) {
-    throw SystemFailure(errno, FileStep::Transfer, to);
-  }
+  Rename(from, to);
+  FlushName(to);
 }
 
 std::optional<std::time_t> LastChange(const std::string& path) {

@@ -62,8 +62,13 @@ std::optional<int> PermissionsOf(const std::string& path);
 /// Whether this user may write an existing file.
 bool MayWrite(const std::string& path);
 
-/// Gives a file another name in the same folder, in the place of what had that name, in one step
-/// that survives a power cut.
+/// Gives a file another name, in the place of what had that name, in one step.
+void Rename(const std::string& from, const std::string& to);
+
+/// Flushes the folder that a name is in: from then on the name survives a power cut.
+void FlushName(const std::string& path);
+
+/// Both. After a failure either name may be the file's.
 void RenameDurably(const std::string& from, const std::string& to);
 
 /// Last change of the content; nothing when there is no such file.

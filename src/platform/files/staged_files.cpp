@@ -59,8 +59,10 @@ class Moves {
 
  private:
   void Move(const std::string& from, const std::string& to, const std::string& name) {
-    RenameDurably(In(from, name), In(to, name));
-    made_.emplace_back(In(from, name), In(to, name));
+    const std::string target = In(to, name);
+    Rename(In(from, name), target);
+    made_.emplace_back(In(from, name), target);
+    FlushName(target);
   }
 
   const std::string& folder_;

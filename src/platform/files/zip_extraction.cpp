@@ -69,9 +69,11 @@ std::vector<ZipMember> WantedMembers(const std::string& path, const ZipArchive& 
                                      const std::vector<std::string>& baseNames) {
   std::vector<ZipMember> members = archive.Members();
   CheckDirectory(OsFile::OpenToRead(path).ReadAll(), members, baseNames);
-  std::erase_if(members, [&](const ZipMember& member) {
-    return !member.IsPlainFile || !IsWantedName(member.Name, baseNames);
-  });
+  std::erase_if(members,
+                [&](const ZipMember& member) { return !IsWantedName(member.Name, baseNames); });
+  for (const ZipMember& member : members) {
+    if (!member.IsPlainFile) Refuse(member.Name + " is no plain file.");
+  }
   if (members.empty()) Refuse("It holds no tables of this client, or only in folders.");
   CheckLimits(members);
   CheckUnique(members);

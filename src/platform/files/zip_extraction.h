@@ -24,8 +24,8 @@ struct ZipExtraction {
 ///   returns  the empty text when all went well, else one that names the zip and the fault; then
 ///            every old file is as it was
 /// Refused are a zip with none of the members, with one twice, with one that its directory does not
-/// name, or with more than payroll tables can be (limits in the source). Folders and what lies in them, links, devices and names that no system
-/// can keep are passed over.
+/// name or that is no plain file (a link, a device), or with more than payroll tables can be (limits
+/// in the source). Folders with what lies in them and names that no system can keep are passed over.
 std::string ExtractZip(const ZipExtraction& order);
 
 /// Whether a zip's name for a member is that of a plain file wanted: one of the base names, a point

@@ -1,6 +1,7 @@
 #include "platform/forms/form.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace ostrel {
 
@@ -110,9 +111,9 @@ bool Form::Try(const std::function<void()>& step) {
     try {
       step();
       return true;
-    } catch (const Failure& failure) {
+    } catch (const std::exception& fault) {
       if (!OnFailure) throw;
-      if (!OnFailure(failure)) return false;
+      if (!OnFailure(fault)) return false;
     }
   }
 }
@@ -121,9 +122,9 @@ void Form::Raise(const std::function<void()>& routine) {
   if (!routine) return;
   try {
     routine();
-  } catch (const Failure& failure) {
+  } catch (const std::exception& fault) {
     if (!OnFailure) throw;
-    OnFailure(failure);
+    OnFailure(fault);
   }
 }
 

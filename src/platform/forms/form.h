@@ -8,6 +8,7 @@
 // Every event is raised through Raise, the one edge at which a failure that leaves a routine is
 // caught and handed to OnFailure. ProgramEnded passes through.
 
+#include <exception>
 #include <functional>
 #include <string>
 #include <vector>
@@ -69,7 +70,8 @@ class Form {
   FormObserver* Observer() const { return observer_; }
 
   std::function<void()> Load, QueryUnload;
-  std::function<bool(const Failure&)> OnFailure;  ///< reports; true: the operator wants a retry
+  /// Reports a failure or any other fault; true: the operator wants a retry.
+  std::function<bool(const std::exception&)> OnFailure;
 
  private:
   std::vector<Control*> TabOrder() const;

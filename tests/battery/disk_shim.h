@@ -1,0 +1,55 @@
+#pragma once
+
+// Stands between the whole process, SQLite and libzip included, and the system's files: sees each
+// call that changes a file below a folder before it is made, and may refuse it, cut it short, or end
+// the process there. Nothing is ever really flushed, so that thousands of runs are quick.
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace ostrel {
+
+enum class DiskCallKind {
+  Open,
+  Create,
+  Write,
+  Cut,
+  Flush,
+  FlushFolder,
+  Rename,
+  Remove,
+  MakeFolder,
+  Read
+};
+
+struct DiskCall {
+  DiskCallKind What;
+  std::string Path;  ///< as the system names it now
+  std::string To = {};
+  ino_t Inode = 0;              ///< once there is a file; after the call for Create
+  std::int64_t At = 0;          ///< of a write; the new size of a cut
+  std::int64_t Size = 0;        ///< of the file before the call
+  std::string_view Bytes = {};  ///< may be shortened before the call, at least to one byte
+};
+
+class DiskWatcher {
+ public:
+  explicit DiskWatcher(const std::string& folder);
+  virtual ~DiskWatcher();
+  DiskWatcher(const DiskWatcher&) = delete;
+  DiskWatcher& operator=(const DiskWatcher&) = delete;
+
+  /// The code of errno to fail with, or 0.
+  virtual int Before(DiskCall&) { return 0; }
+  virtual void After(const DiskCall&) {}
+
+  bool Watches(const std::string& path) const;
+
+ private:
+  std::string folder_;
+};
+
+}  // namespace ostrel
