@@ -584,6 +584,28 @@ TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAsItWas) {
   EXPECT_EQ(FailureOfOpening(), 3024);
 }
 
+TEST_F(StoreTest, AnIndexThatHasLostLinesIsRefusedAndMadeAnew) {
+  AddNumbered(3);
+  db.Close();
+  {
+    const RawStore raw(path);
+    raw.Run(
+        "CREATE TABLE kept AS SELECT * FROM sqlite_schema WHERE name = 'dTime'; "
+        "PRAGMA writable_schema = ON; DELETE FROM sqlite_schema WHERE name = 'dTime'");
+  }
+  RawStore(path).Run(
+      "INSERT INTO OstrelPr(EMPL_NUMB, ETIME) VALUES(4, 38152); PRAGMA writable_schema = ON; "
+      "INSERT INTO sqlite_schema SELECT * FROM kept");
+  RawStore(path).Run("DROP TABLE kept");
+  EXPECT_EQ(FailureOfOpening(), 3049);
+  db = OpenDatabase(path, StoreCheck::AllButIndex);
+  db.DeleteIndex("OstrelPr", "dTime");
+  db.Execute("Create Index dTime on [OstrelPr] (ETIME DESC)");
+  Reopen();
+  EXPECT_EQ(Walk(Open("Select * from [OstrelPr] where INT(ETIME) = #06/14/04# order by ETIME")),
+            "4,1,2,3");
+}
+
 TEST_F(StoreTest, DeletedFileIsNotServedFromMemory) {
   AddNumbered(1);
   std::filesystem::remove(path);

@@ -53,7 +53,9 @@ void OpenStore(const FailureTail& statement) {
   }
   if (!PrinDbOpen) {
     statement(13070, [] {
-      PrinDb = OpenDatabase(StorePath());
+      // Ctrl has the index made anew below, so a damaged one is no reason to stop.
+      PrinDb = OpenDatabase(StorePath(),
+                            TheDesktop().CtrlKey() ? StoreCheck::AllButIndex : StoreCheck::Whole);
       PrinDbOpen = true;
     });
   }

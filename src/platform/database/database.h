@@ -87,11 +87,15 @@ class Database {
 ///   throws  Failure 58 when the file exists (it is left alone), 75/76/61 by the folder's fault
 Database CreateDatabase(const std::string& path, std::string_view locale);
 
+/// What opening a store looks through.
+enum class StoreCheck { Whole, AllButIndex };
+
 /// Opens a store to read and write, or to read alone where the file cannot be written. Never
 /// creates one. Several open objects on one file may live at once and see each other's rows.
+///   check   an index that is about to be made anew may be damaged
 ///   throws  Failure 3024 not there, 3343 not a store of this program, 3049 damaged (found by a
 ///           check of the whole file), 3260 locked by another program; the file is left as it was
-Database OpenDatabase(const std::string& path);
+Database OpenDatabase(const std::string& path, StoreCheck check = StoreCheck::Whole);
 
 /// Opens the folder whose .dbf files are the tables. No file is kept open; each query and each
 /// OpenRecordset reads the file as it is then.

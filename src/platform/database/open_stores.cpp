@@ -53,13 +53,13 @@ std::string NameOfExistingFile(const std::string& path) {
 
 }  // namespace
 
-Database OpenDatabase(const std::string& path) {
+Database OpenDatabase(const std::string& path, StoreCheck check) {
   const std::string file = NameOfExistingFile(path);
   if (auto store = FindOpen(file)) {
     store->RequireTable();
     return Database(std::move(store));
   }
-  return Database(Enter(file, OpenStoreFile(file)));
+  return Database(Enter(file, OpenStoreFile(file, check)));
 }
 
 Database CreateDatabase(const std::string& path, std::string_view) {
