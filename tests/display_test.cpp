@@ -124,9 +124,8 @@ TEST(Layouts, PlaceTheBoxesAboveTheirColumns) {
     };
     return place(txtInput[kTimeBox]) + place(txtInput[kQuanDescBox]) + place(txtInput[kRateBox]) +
            place(chkStdRate) + place(Shape1) + place(cmdSave) + place(CurTimeCtl1) +
-           place(frmCosting) +
-           std::to_string(txtInput[kTimeBox].TabIndex) + std::to_string(cmdSave.TabIndex) +
-           (Frame1.Visible ? " clock" : " plain");
+           place(frmCosting) + std::to_string(txtInput[kTimeBox].TabIndex) +
+           std::to_string(cmdSave.TabIndex) + (Frame1.Visible ? " clock" : " plain");
   };
   const std::string timeClock = "3510 5745 6330 6330 2085 2265 3525 8775 32 clock";
   EXPECT_EQ(state(), timeClock);

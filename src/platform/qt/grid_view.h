@@ -8,8 +8,8 @@
 #include "platform/forms/data_control.h"
 #include "platform/forms/grid.h"
 #include "platform/qt/control_view.h"
-#include "platform/qt/grid_cell_editor.h"
 #include "platform/qt/fitted_text.h"
+#include "platform/qt/grid_cell_editor.h"
 #include "platform/qt/grid_geometry.h"
 
 namespace ostrel {
