@@ -12,21 +12,12 @@
 #include "platform/database/store_fields.h"
 #include "platform/failure.h"
 #include "platform/values/numbers.h"
+#include "support/failure_number.h"
 #include "support/fault_vfs.h"
 #include "support/temp_folder.h"
 
 namespace ostrel {
 namespace {
-
-int NumberOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Failure& failure) {
-    EXPECT_FALSE(failure.Text.empty());
-    return failure.Number;
-  }
-  return 0;
-}
 
 /// Another program at the same file.
 class RawStore {

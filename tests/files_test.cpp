@@ -14,6 +14,7 @@
 #include "platform/files/text_output.h"
 #include "platform/values/dates.h"
 #include "platform/values/text.h"
+#include "support/failure_number.h"
 #include "support/full_disk.h"
 #include "support/temp_folder.h"
 
@@ -22,17 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;  // for texts with NULs
-
-/// Number of the failure that `action` throws, 0 when it throws none.
-template <typename Action>
-int NumberOf(Action action) {
-  try {
-    action();
-    return 0;
-  } catch (const Failure& failure) {
-    return failure.Number;
-  }
-}
 
 std::string Joined(const std::vector<std::string>& names) {
   std::string joined;

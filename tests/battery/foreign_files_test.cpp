@@ -19,6 +19,7 @@
 #include "platform/files/files.h"
 #include "support/agreeing_desktop.h"
 #include "support/dbf_builder.h"
+#include "support/failure_number.h"
 #include "support/payroll.h"
 #include "support/zip_builder.h"
 
@@ -39,17 +40,6 @@ std::vector<std::string> Corpus(const std::string& extension) {
   }
   std::sort(files.begin(), files.end());
   return files;
-}
-
-/// Number of the failure, 0 where there was none.
-int NumberOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Failure& failure) {
-    EXPECT_FALSE(failure.Text.empty());
-    return failure.Number;
-  }
-  return 0;
 }
 
 // ---- The store

@@ -6,6 +6,8 @@
 #include <string>
 #include <tuple>
 
+#include "platform/database/store_fields.h"
+
 namespace ostrel {
 
 namespace {
@@ -40,19 +42,24 @@ Walked Walk(SqliteConnection& connection, const std::string& source) {
   return walked;
 }
 
-bool HasIndex(SqliteConnection& connection) {
-  SqliteStatement index(connection,
-                        "SELECT 1 FROM sqlite_schema WHERE type = 'index' AND name = 'dTime'",
-                        StoreStep::Read);
-  bool found = false;
-  while (index.Step()) found = true;
-  return found;
-}
-
 }  // namespace
 
+bool HasIndex(SqliteConnection& connection, std::string_view table, std::string_view index) {
+  SqliteStatement found(connection,
+                        "SELECT 1 FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL "
+                        "AND lower(tbl_name) = lower(?1) AND lower(name) = lower(?2)",
+                        StoreStep::Read);
+  const Value tableName{std::string(table)};
+  const Value indexName{std::string(index)};
+  found.Bind(1, tableName);
+  found.Bind(2, indexName);
+  bool exists = false;
+  while (found.Step()) exists = true;
+  return exists;
+}
+
 bool IndexHoldsEveryLine(SqliteConnection& connection) {
-  if (!HasIndex(connection)) return true;
+  if (!HasIndex(connection, kLineTableName, "dTime")) return true;
   const Walked index = Walk(connection, "INDEXED BY dTime ORDER BY ETIME, rowid");
   return index.InOrder && index == Walk(connection, "NOT INDEXED");
 }

@@ -55,10 +55,7 @@ std::string NameOfExistingFile(const std::string& path) {
 
 Database OpenDatabase(const std::string& path, StoreCheck check) {
   const std::string file = NameOfExistingFile(path);
-  if (auto store = FindOpen(file)) {
-    store->RequireTable();
-    return Database(std::move(store));
-  }
+  if (auto store = FindOpen(file)) return Database(std::move(store));
   return Database(Enter(file, OpenStoreFile(file, check)));
 }
 

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "platform/database/answer_recordset.h"
+#include "platform/database/index_check.h"
 #include "platform/database/store_fields.h"
-#include "platform/database/store_file.h"
 #include "platform/database/store_recordset.h"
 #include "platform/failure.h"
 #include "platform/values/text.h"
@@ -45,11 +45,6 @@ Store::Store(std::string path, std::unique_ptr<SqliteConnection> connection)
       commit_(*connection_),
       day_index_(*connection_),
       totals_(*connection_) {}
-
-void Store::RequireTable() {
-  if (!has_table_) RequireLineTable(*connection_, path_);
-  has_table_ = true;
-}
 
 std::shared_ptr<RecordsetBody> Store::OpenRecordset(std::string_view text, RecordsetType) {
   const Query query = ReadQuery(text);
@@ -188,25 +183,11 @@ void Store::AppendTable(const TableDefinition& table) {
 }
 
 void Store::DeleteIndex(std::string_view table, std::string_view index) {
-  if (!HasIndex(table, index)) {
+  if (!HasIndex(*connection_, table, index)) {
     throw Failure(failure_number::kItemNotFound,
                   "The table has no index \"" + std::string(index) + "\".");
   }
   Alter("DROP INDEX " + QuotedName(index));
-}
-
-bool Store::HasIndex(std::string_view table, std::string_view index) {
-  SqliteStatement found(*connection_,
-                        "SELECT 1 FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL "
-                        "AND lower(tbl_name) = lower(?1) AND lower(name) = lower(?2)",
-                        StoreStep::Read);
-  const Value tableName{std::string(table)};
-  const Value indexName{std::string(index)};
-  found.Bind(1, tableName);
-  found.Bind(2, indexName);
-  bool exists = false;
-  while (found.Step()) exists = true;
-  return exists;
 }
 
 // What has been gathered is made durable first, so that it does not share the fate of this change.

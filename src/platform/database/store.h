@@ -34,8 +34,6 @@ class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
 
   const std::string& Path() const { return path_; }
   SqliteConnection& Connection() { return *connection_; }
-  /// throws  Failure 3343 when the table is not there, as in a store whose making broke off
-  void RequireTable();
 
   // For the recordsets.
 
@@ -57,11 +55,9 @@ class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
   std::vector<Value> AnswerFrom(SqliteStatement& statement, const Query& query,
                                 const StoreQuestion& question);
   void Alter(const std::string& sql);
-  bool HasIndex(std::string_view table, std::string_view index);
 
   std::string path_;
   std::unique_ptr<SqliteConnection> connection_;
-  bool has_table_ = false;  // as far as is known
   SharedCommit commit_;
   DayIndex day_index_;
   TotalsMemo totals_;

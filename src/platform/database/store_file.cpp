@@ -49,6 +49,26 @@ void RequireStoreHeader(const SqliteConnection& connection, const std::string& p
   if (!ours) RefuseForeign(path);
 }
 
+// A table that is not there or not as this program makes it.
+void RequireLineTable(SqliteConnection& connection, const std::string& path) {
+  SqliteStatement columns(connection,
+                          "SELECT field.name, field.type FROM sqlite_schema AS entry, "
+                          "pragma_table_info(entry.name) AS field "
+                          "WHERE entry.type = 'table' AND entry.name = 'OstrelPr' "
+                          "ORDER BY field.cid",
+                          StoreStep::Read);
+  const auto& fields = LineTable().Fields;
+  std::size_t matching = 0;
+  std::size_t count = 0;
+  while (columns.Step()) {
+    const bool matches = count < fields.size() && columns.Text(0) == fields[count].Name &&
+                         columns.Text(1) == ColumnType(fields[count]);
+    if (matches) ++matching;
+    ++count;
+  }
+  if (matching != fields.size() || count != fields.size()) RefuseForeign(path);
+}
+
 [[noreturn]] void RefuseDamaged(const std::string& path, const std::string& finding) {
   throw Failure(failure_number::kDamagedStore,
                 "The store is damaged: " + path + " (" + finding + ")");
@@ -128,25 +148,6 @@ void FillNewStore(const std::string& path) {
 }
 
 }  // namespace
-
-void RequireLineTable(SqliteConnection& connection, const std::string& path) {
-  SqliteStatement columns(connection,
-                          "SELECT field.name, field.type FROM sqlite_schema AS entry, "
-                          "pragma_table_info(entry.name) AS field "
-                          "WHERE entry.type = 'table' AND entry.name = 'OstrelPr' "
-                          "ORDER BY field.cid",
-                          StoreStep::Read);
-  const auto& fields = LineTable().Fields;
-  std::size_t matching = 0;
-  std::size_t count = 0;
-  while (columns.Step()) {
-    const bool matches = count < fields.size() && columns.Text(0) == fields[count].Name &&
-                         columns.Text(1) == ColumnType(fields[count]);
-    if (matches) ++matching;
-    ++count;
-  }
-  if (matching != fields.size() || count != fields.size()) RefuseForeign(path);
-}
 
 std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path, StoreCheck check) {
   auto connection = std::make_unique<SqliteConnection>(path);

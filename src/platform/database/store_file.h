@@ -19,7 +19,4 @@ std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path, StoreCh
 ///   throws  Failure 58, 75, 76 or 61, see CreateDatabase; no file of its own stays behind then
 std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path);
 
-/// throws  Failure 3343 when the store's table is not there or not as this program makes it
-void RequireLineTable(SqliteConnection& connection, const std::string& path);
-
 }  // namespace ostrel
