@@ -1,19 +1,21 @@
 #include "platform/qt/boxes.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTextEdit>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include "platform/forms/selection.h"
@@ -24,6 +26,9 @@ namespace ostrel {
 namespace {
 
 constexpr int kInputWidth = 360;           // pixels at the least
+constexpr int kFilesWide = 110;            // characters of an average width
+constexpr int kFilesHigh = 26;             // lines
+constexpr int kTitleButtons = 100;         // pixels beside a title, for the window's own buttons
 constexpr qsizetype kLongestShown = 3000;  // characters; more would not fit on a screen
 
 /// Texts of the program part their lines by carriage returns.
@@ -59,20 +64,21 @@ const std::vector<BoxButton>& ButtonsOf(BoxButtons buttons) {
   return sets[static_cast<int>(buttons)];
 }
 
-QMessageBox::Icon IconOf(BoxIcon icon) {
+/// The style's picture for a box; none for none.
+std::optional<QStyle::StandardPixmap> PictureOf(BoxIcon icon) {
   switch (icon) {
     case BoxIcon::Stop:
-      return QMessageBox::Critical;
+      return QStyle::SP_MessageBoxCritical;
     case BoxIcon::Question:
-      return QMessageBox::Question;
+      return QStyle::SP_MessageBoxQuestion;
     case BoxIcon::Exclamation:
-      return QMessageBox::Warning;
+      return QStyle::SP_MessageBoxWarning;
     case BoxIcon::Information:
-      return QMessageBox::Information;
+      return QStyle::SP_MessageBoxInformation;
     case BoxIcon::None:
       break;
   }
-  return QMessageBox::NoIcon;
+  return std::nullopt;
 }
 
 /// While a box is up the pointer is an arrow, also in the midst of a long command; afterwards the
@@ -94,68 +100,96 @@ class BoxTime {
   bool waiting_;
 };
 
+/// Plain text as it stands, its lines broken where they would need more than most of the screen, also
+/// within a path that has no blank; behind a scroll bar where it is too tall.
+QWidget* WordsOf(const QString& lines, QSize screen) {
+  auto* words = new QTextEdit;
+  auto* document = new QTextDocument(lines, words);
+  document->setDocumentMargin(0);
+  document->setDefaultFont(words->font());
+  document->setDefaultTextOption(words->document()->defaultTextOption());
+  const int needed = words->fontMetrics().size(0, lines).width() + 1;
+  const int wide = std::min(needed, screen.width() * 2 / 3);
+  document->setTextWidth(wide);
+  const int high = static_cast<int>(std::ceil(document->size().height()));
+  const int most = screen.height() * 2 / 3;
+  const int bar = high > most ? words->verticalScrollBar()->sizeHint().width() : 0;
+  words->setVerticalScrollBarPolicy(bar > 0 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+  words->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  words->setFrameStyle(QFrame::NoFrame);
+  words->setFixedSize(wide + bar, std::min(high, most));
+  words->setDocument(document);
+  words->setReadOnly(true);
+  words->setFocusPolicy(Qt::NoFocus);
+  words->viewport()->setAutoFillBackground(false);
+  words->viewport()->setCursor(Qt::ArrowCursor);
+  return words;
+}
+
+/// The buttons of all boxes alike, whatever the desktop's theme draws on them.
+void TakeIconsOff(const QDialog& dialog) {
+  for (const QDialogButtonBox* buttons : dialog.findChildren<QDialogButtonBox*>()) {
+    for (QAbstractButton* button : buttons->buttons()) button->setIcon({});
+  }
+}
+
 /// A message box whose Esc and close box answer what the request allows, which may be nothing.
-class MessageBox : public QMessageBox {
+class MessageBox : public QDialog {
  public:
   explicit MessageBox(const MessageBoxRequest& request)
-      : QMessageBox(OwnerOfBox()), buttons_(ButtonsOf(request.Buttons)) {
+      : QDialog(OwnerOfBox()), buttons_(ButtonsOf(request.Buttons)) {
     setWindowTitle(ToQt(request.Title));
-    setIcon(IconOf(request.Icon));
-    setTextFormat(Qt::PlainText);
-    setText(Lines(request.Text));
-    setInformativeText(Lines(request.Detail));
-    KeepLinesWhole();
-    if (auto* detail = findChild<QLabel*>("qt_msgbox_informativelabel")) {
-      detail->setTextFormat(Qt::PlainText);
+    setAccessibleDescription(Lines(request.Text + "\r" + request.Detail));
+    auto* words = new QVBoxLayout;
+    for (const std::string& text : {request.Text, request.Detail}) {
+      if (!text.empty())
+        words->addWidget(WordsOf(Lines(text), screen()->availableSize()), 0, Qt::AlignLeft);
     }
-    AddButtons();
+    words->addStretch();
+    auto* message = new QHBoxLayout;
+    message->setSpacing(fontMetrics().height());
+    if (const auto picture = PictureOf(request.Icon)) {
+      auto* icon = new QLabel;
+      icon->setPixmap(
+          style()->standardIcon(*picture, nullptr, this).pixmap(2 * fontMetrics().height()));
+      message->addWidget(icon, 0, Qt::AlignTop);
+    }
+    message->addLayout(words, 1);
+
+    auto* column = new QVBoxLayout(this);
+    column->setSpacing(fontMetrics().height());
+    column->addLayout(message);
+    column->addLayout(ButtonRow());
+    const int title = fontMetrics().horizontalAdvance(windowTitle()) + kTitleButtons;
+    setFixedSize(sizeHint().expandedTo({title, 0}));
   }
 
+  /// The end of the program answers as the last button.
   BoxAnswer Ask() {
-    exec();
-    for (std::size_t i = 0; i < buttons_.size(); ++i) {
-      if (clickedButton() == shown_[i]) return buttons_[i].Answer;
-    }
-    return buttons_.back().Answer;
+    const int answer = exec();
+    return answer == 0 ? buttons_.back().Answer : static_cast<BoxAnswer>(answer);
   }
 
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Escape && !MayEscape()) return;
-    QMessageBox::keyPressEvent(event);
-  }
-  void closeEvent(QCloseEvent* event) override {
-    if (MayEscape()) {
-      QMessageBox::closeEvent(event);
-    } else {
-      event->ignore();
-    }
+  /// Esc and the close box come here.
+  void reject() override {
+    const BoxAnswer last = buttons_.back().Answer;
+    if (last == BoxAnswer::Cancel || buttons_.size() == 1) done(static_cast<int>(last));
   }
 
  private:
-  /// The toolkit breaks lines of 500 pixels; the lines of a message need no more than most of a screen.
-  void KeepLinesWhole() {
-    auto* label = findChild<QLabel*>("qt_msgbox_label");
-    if (label == nullptr) return;
-    const QString lines = text() + "\n" + informativeText();
-    const int widest = label->fontMetrics().size(0, lines).width();
-    label->setMinimumWidth(std::min(widest, screen()->availableGeometry().width() * 2 / 3));
-  }
-
-  bool MayEscape() const { return escapeButton() != nullptr; }
-
-  /// All have one role, since the toolkit would sort them by it.
-  void AddButtons() {
+  QLayout* ButtonRow() {
+    auto* row = new QHBoxLayout;
+    row->addStretch();
     for (const BoxButton& button : buttons_) {
-      shown_.push_back(addButton(button.Caption, QMessageBox::AcceptRole));
-      if (button.Answer == BoxAnswer::Cancel || buttons_.size() == 1)
-        setEscapeButton(shown_.back());
+      auto* shown = new QPushButton(button.Caption);
+      connect(shown, &QPushButton::clicked, this,
+              [this, answer = button.Answer] { done(static_cast<int>(answer)); });
+      row->addWidget(shown);
     }
-    setDefaultButton(shown_.front());
+    return row;
   }
 
   const std::vector<BoxButton>& buttons_;
-  std::vector<QPushButton*> shown_;
 };
 
 class InputDialog : public QDialog {
@@ -178,6 +212,7 @@ class InputDialog : public QDialog {
     column->addWidget(answer_);
     column->addWidget(buttons);
     setMinimumWidth(kInputWidth);
+    TakeIconsOff(*this);
     answer_->setFocus();
   }
 
@@ -209,6 +244,9 @@ std::string RunOpenFile(const OpenFileRequest& request) {
   QFileDialog dialog(OwnerOfBox(), ToQt(request.Title), ToQt(request.Folder), filter);
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setFileMode(QFileDialog::ExistingFile);
+  TakeIconsOff(dialog);
+  const QFontMetrics text = dialog.fontMetrics();
+  dialog.resize(kFilesWide * text.averageCharWidth(), kFilesHigh * text.height());
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return FromQt(dialog.selectedFiles().constFirst());
 }

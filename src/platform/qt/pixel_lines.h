@@ -1,21 +1,33 @@
 #pragma once
 
-// Lines one pixel wide, drawn as filled rectangles: on a screen of 125 or 150 % the line of a pen
-// falls between two pixels and may vanish.
+// Lines of a whole number of the screen's pixels, drawn as filled rectangles: on a screen of 125 or
+// 150 % the line of a pen falls between two pixels and may vanish, and a line of one unit is one
+// pixel here and two there.
 
+#include <QPaintDevice>
 #include <QPainter>
-#include <QRect>
+#include <QRectF>
+#include <algorithm>
+#include <cmath>
 
 namespace ostrel {
 
-inline void DrawRightAndBottom(QPainter& painter, const QRect& place, const QColor& color) {
-  painter.fillRect(QRect(place.right(), place.top(), 1, place.height()), color);
-  painter.fillRect(QRect(place.left(), place.bottom(), place.width(), 1), color);
+/// Thickness of a line in the painter's units.
+inline double LineWidth(const QPainter& painter) {
+  const double ratio = painter.device()->devicePixelRatio();
+  return std::max(1.0, std::floor(ratio)) / ratio;
 }
 
-inline void DrawFrame(QPainter& painter, const QRect& place, const QColor& color) {
-  painter.fillRect(QRect(place.left(), place.top(), 1, place.height()), color);
-  painter.fillRect(QRect(place.left(), place.top(), place.width(), 1), color);
+inline void DrawRightAndBottom(QPainter& painter, const QRectF& place, const QColor& color) {
+  const double width = LineWidth(painter);
+  painter.fillRect(QRectF(place.right() - width, place.top(), width, place.height()), color);
+  painter.fillRect(QRectF(place.left(), place.bottom() - width, place.width(), width), color);
+}
+
+inline void DrawFrame(QPainter& painter, const QRectF& place, const QColor& color) {
+  const double width = LineWidth(painter);
+  painter.fillRect(QRectF(place.left(), place.top(), width, place.height()), color);
+  painter.fillRect(QRectF(place.left(), place.top(), place.width(), width), color);
   DrawRightAndBottom(painter, place, color);
 }
 
