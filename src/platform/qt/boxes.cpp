@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -174,6 +175,16 @@ class MessageBox : public QDialog {
   void reject() override {
     const BoxAnswer last = buttons_.back().Answer;
     if (last == BoxAnswer::Cancel || buttons_.size() == 1) done(static_cast<int>(last));
+  }
+
+ protected:
+  /// The letter of a button presses it, with Alt and without.
+  void keyPressEvent(QKeyEvent* event) override {
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+      const QKeySequence letter = button->shortcut();
+      if (!letter.isEmpty() && letter[0].key() == event->key()) return button->click();
+    }
+    QDialog::keyPressEvent(event);
   }
 
  private:
