@@ -9,7 +9,7 @@
 namespace ostrel {
 
 namespace {
-constexpr int kMarginTwips = 30;
+constexpr int kMarginTwips = 15;
 }
 
 TextBoxView::TextBoxView(TextBox& box, const Surface& surface, QWidget* parent)
