@@ -142,6 +142,12 @@ bool KeepResults(const QDir& results) {
   return true;
 }
 
+/// The off-screen platform says of every window that it cannot raise it; there is nobody to tell.
+void Say(QtMsgType /*type*/, const QMessageLogContext& /*place*/, const QString& text) {
+  if (!text.startsWith("This plugin does not support"))
+    std::cerr << text.toStdString() << std::endl;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -149,6 +155,7 @@ int main(int argc, char** argv) {
     std::cerr << "usage: play_sample_day <application folder> <folder for the results>\n";
     return 2;
   }
+  qInstallMessageHandler(Say);
   QApplication::setStyle("Fusion");
   QApplication application(argc, argv);
   ostrel::SetExecutable(argv[1], "OstrelPayroll");
