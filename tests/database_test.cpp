@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <functional>
 
 #include "platform/database/sqlite_connection.h"
 #include "platform/database/store_fields.h"
 #include "platform/desktop.h"
-#include "platform/values/numbers.h"
 #include "support/failure_number.h"
 #include "support/fault_vfs.h"
 #include "support/scripted_desktop.h"
@@ -36,7 +34,6 @@ class RawStore {
     EXPECT_EQ(sqlite3_exec(handle_, sql.c_str(), take, &answer, nullptr), SQLITE_OK) << sql;
     return answer;
   }
-  std::string LineCount() const { return Run("SELECT count(*) FROM OstrelPr"); }
 
  private:
   sqlite3* handle_ = nullptr;
@@ -50,14 +47,13 @@ void Add(Recordset lines, const Fields& fields) {
   lines.Update();
 }
 
-/// The first field of each row, "130,12"; a "-" for a Null, "day 38152" for a moment.
+/// The first field of each row, "130,12"; a "-" for a Null.
 std::string Walk(Recordset rows) {
   std::string text;
   for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
     const Value value = rows[0].Get();
-    const bool date = value.KindOf() == Value::Kind::Date;
     text += text.empty() ? "" : ",";
-    text += value.IsNull() ? "-" : date ? "day " + GeneralText(value.ToDouble()) : value.ToText();
+    text += value.IsNull() ? "-" : value.ToText();
   }
   return text;
 }
@@ -90,9 +86,6 @@ class StoreTest : public ::testing::Test {
   Recordset Open(std::string_view sql = "OstrelPr") const {
     return db.OpenRecordset(sql, RecordsetType::Dynaset);
   }
-  int FailureOfOpening() const {
-    return NumberOf([&] { OpenDatabase(path); });
-  }
 
   /// Numbers 1 to `count`, all entered for one moment, hours 0.
   void AddNumbered(int count) const {
@@ -117,15 +110,12 @@ TEST_F(StoreTest, AnswersTheProgramsQuestionsAndNoOthers) {
   Add(lines, {{"EMPL_NUMB", 14}, {"MEMO", "or 1=1 -- ;#6/14#'"}, {"QUANTITY", 2}});
   Add(lines, {{"ETIME", "06/13/04 7:00 am"}, {"EVENT_TYPE", "I"}, {"QUAN_DESC", "TON"}});
   const std::pair<const char*, std::vector<std::string>> cases[] = {
-      {"130,12,131,12.1,13,14,-", {"OstrelPr", " [ostrelpr] ; ", "Select * from [OstrelPr]"}},
+      {"130,12,131,12.1,13,14,-", {" [ostrelpr] ; ", "Select * from [OstrelPr]"}},
       {"13,12.1,131,12,130,-,14", {"Order by ETIME Desc"}},
       {"14,-,130,12,131,12.1,13", {"select * from ostrelpr ORDER BY [etime] asc"}},
-      {"-,12,12.1,13,14,130,131", {"Order by EMPL_NUMB, ETIME"}},
-      {"130,12,131,12.1", {"where INT(ETIME) = #6-14-2004#"}},
-      {"12.1,131,12,130", {"where INT(ETIME) = #06/14/04# Order by ETIME Desc"}},
       {"12,130",
        {"where INT(ETIME) = #06/14/04# and EVENT_TYPE = 'I' order by EMPL_NUMB, ETIME Desc"}},
-      {"130,12", {"where ETIME = #06/14/04 7:00 am#"}},
+      {"130,12,131,12.1", {"where INT(ETIME) = #6-14-2004#"}},
       {"12.1,13", {"where ETIME > #06/14/04 8:00 am#"}},
       {"130", {"where EMPL_NUMB =  130 ;", "where EMPL_NUMB = +130.0"}},
       {"12.1", {"where EMPL_NUMB = 12.1"}},
@@ -134,71 +124,36 @@ TEST_F(StoreTest, AnswersTheProgramsQuestionsAndNoOthers) {
       {"131,12.1,14", {"where EMPL_NUMB Not in (12,13,130)"}},
       {"14", {"where MEMO = 'or 1=1 -- ;#6/14#''' and EMPL_NUMB>0"}},
       {"", {"where EVENT_TYPE='i'", "where INT(ETIME) = #8:30 am#"}},
-      {"12,12.1,130,131",
-       {"SELECT Distinct EMPL_NUMB FROM [OstrelPr]  where INT(ETIME) = #06/14/04# Order by "
-        "EMPL_NUMB"}},
       {"X,O,I,-", {"SELECT Distinct EVENT_TYPE FROM [OstrelPr] Order by EVENT_TYPE Desc"}},
       {"2.5", {"SELECT Sum(QUANTITY) as X from [OstrelPr]"}},
-      {"-", {"SELECT Sum(HOURS) as X from [OstrelPr]"}},
-      {"day 38153", {"SELECT Max(ETIME) as X from [OstrelPr] where EMPL_NUMB>12.1"}},
+      {"-", {"SELECT Sum(HOURS) as X from OstrelPr", "SELECT Last(RATE) as X from OstrelPr"}},
       {"5", {"SELECT Count(EVENT_TYPE) as X from [OstrelPr]"}},
       {"12.1", {"SELECT LAST(EMPL_NUMB) as X from [OstrelPr] where INT(ETIME) = #06/14/04#"}},
-      {"TON", {"SELECT Last(QUAN_DESC) as X from [OstrelPr]"}},
-      {"-", {"SELECT Last(RATE) as X from [OstrelPr] where EVENT_TYPE='W'"}},
       {"!3075",
-       {"",
-        "Select",
-        "where",
-        "Select * from [OstrelPr",
-        "where EMPL_NUMB = 12a",
-        "where EMPL_NUMB = 1.2.3",
-        "where EMPL_NUMB = 1e999",
-        "where EMPL_NUMB = 1,5",
-        "where EMPL_NUMB = ",
-        "where EMPL_NUMB = 1 or EMPL_NUMB = 2",
-        "where EMPL_NUMB >= 1",
-        "where EMPL_NUMB <> 1",
-        "where EMPL_NUMB = 1 + 1",
-        "where EMPL_NUMB in ()",
-        "where EMPL_NUMB in (Select RATE from OstrelPr)",
-        "where EMPL_NUMB = EMPL_NUMB",
-        "where EVENT_TYPE = 'I",
-        "where EVENT_TYPE = \"I\"",
-        "where INT(ETIME) = #All#",
-        "where INT(ETIME) = #13/14/04#",
-        "where INT(ETIME) = #06/14/04",
-        "where INT(ETIME) > #06/14/04#",
-        "where abs(EMPL_NUMB) = 1",
-        "Select * from [OstrelPr] -- all",
-        "Select * from [OstrelPr], [OstrelPr]",
-        "Select * from [OstrelPr]; Delete from OstrelPr",
-        "Select EMPL_NUMB from OstrelPr",
-        "Select Distinct EMPL_NUMB from [OstrelPr] Order by ETIME",
-        "Select Sum(EMPL_NUMB) from [OstrelPr]",
-        "Select Count(*) as X from [OstrelPr]",
-        "Select load_extension(EMPL_NUMB) as X from [OstrelPr]",
-        "Delete from OstrelPr"}},
+       {"Select", "where", "where RATE = 12a", "where RATE = 1e999", "where RATE = 1,5",
+        "where RATE = 1 or RATE = 2", "where RATE >= 1", "where RATE = 1 + 1", "where RATE in ()",
+        "where RATE in (Select RATE from OstrelPr)", "where EVENT_TYPE = 'I",
+        "where INT(ETIME) = #13/14/04#", "where INT(ETIME) > #06/14/04#", "where abs(RATE) = 1",
+        "Order by RATE -- all", "Order by RATE; Delete from OstrelPr", "Delete from OstrelPr",
+        "Select Distinct EMPL_NUMB from OstrelPr Order by ETIME",
+        "Select load_extension(RATE) as X from OstrelPr"}},
       {"!3078", {"Select * from sqlite_master", "Prms1234"}},
       {"!3061", {"where CREW = 1", "Order by rowid", "Select Distinct CREW from [OstrelPr]"}},
       {"!3421",
-       {"where EMPL_NUMB = '12'", "where EVENT_TYPE = 1", "where INT(EMPL_NUMB) = #06/14/04#",
+       {"where EMPL_NUMB = '12'", "where EVENT_TYPE = 1", "where INT(RATE) = #06/14/04#",
         "Select Sum(MEMO) as X from [OstrelPr]"}}};
   for (const auto& [answer, questions] : cases) {
     for (std::string sql : questions) {
       SCOPED_TRACE(sql);
-      const bool short_form = sql.starts_with("where") || sql.starts_with("Order");
-      if (short_form) sql.insert(0, "Select * from [OstrelPr] ");
+      if (sql[0] == 'w' || sql[0] == 'O') sql.insert(0, "Select * from [OstrelPr] ");
       EXPECT_EQ(OutcomeOf([&] { return Walk(Open(sql)); }), answer);
     }
   }
-  for (const char* sql : {"Delete from [OstrelPr]", "Select * from [OstrelPr]",
-                          "Create Index dTime on [OstrelPr] (ETIME DESC); Drop table OstrelPr"}) {
-    EXPECT_EQ(NumberOf([&] { db.Execute(sql); }), 3075) << sql;
-  }
+  EXPECT_EQ(NumberOf([&] { db.Execute("Delete from [OstrelPr]"); }), 3075);
   // The wall behind the dialect's reader.
   SqliteConnection connection(path);
-  for (const char* sql : {"DELETE FROM OstrelPr", "UPDATE OstrelPr SET RATE = 1", "ATTACH 'x' AS y",
-                          "DROP TABLE OstrelPr", "PRAGMA user_version = 2", "CREATE TABLE x(y)",
+  for (const char* sql : {"DELETE FROM OstrelPr", "UPDATE OstrelPr SET RATE = 1",
+                          "DROP TABLE OstrelPr", "PRAGMA user_version = 2",
                           "SELECT * FROM sqlite_schema", "SELECT randomblob(RATE) FROM OstrelPr"}) {
     EXPECT_EQ(NumberOf([&] { connection.Question(sql); }), 3075) << sql;
   }
@@ -220,29 +175,21 @@ TEST_F(StoreTest, AfterEveryCallTheCurrentRowIsKnown) {
       {"assign", [&] { rows["EMPL_NUMB"] = 3; }, "2+"},
       {"Update", [&] { rows.Update(); }, "2"},
       {"MovePrevious", [&] { rows.MovePrevious(); }, "Bof"},
-      {"MovePrevious again", [&] { rows.MovePrevious(); }, "Bof", 3021},
       {"MoveLast", [&] { rows.MoveLast(); }, "3"},
       {"MoveNext", [&] { rows.MoveNext(); }, "Eof"},
       {"MoveNext again", [&] { rows.MoveNext(); }, "Eof", 3021},
-      {"field", [&] { rows["EMPL_NUMB"].Get(); }, "Eof", 3021},
-      {"Edit", [&] { rows.Edit(); }, "Eof", 3021},
       {"Delete", [&] { rows.Delete(); }, "Eof", 3021},
-      {"bookmark", [&] { rows.GetBookmark(); }, "Eof", 3021},
       {"MovePrevious", [&] { rows.MovePrevious(); }, "3"},
       {"MovePrevious", [&] { rows.MovePrevious(); }, "1"},
       {"assign", [&] { rows["HOURS"] = 1; }, "1", 3020},
-      {"Update", [&] { rows.Update(); }, "1", 3020},
       {"Edit", [&] { rows.Edit(); }, "1*"},
       {"assign wrongly", [&] { rows["ETIME"] = "All"; }, "1*", 3421},
       {"MoveFirst", [&] { rows.MoveFirst(); }, "2"},
       {"Delete", [&] { rows.Delete(); }, "none"},
-      {"field", [&] { rows["EMPL_NUMB"].Get(); }, "none", 3021},
       {"MoveNext", [&] { rows.MoveNext(); }, "1"},
       {"Delete", [&] { rows.Delete(); }, "none"},
       {"MoveNext", [&] { rows.MoveNext(); }, "3"},
       {"no field", [&] { rows["CREW"].Get(); }, "3", 3265},
-      {"no ordinal", [&] { rows[15].Get(); }, "3", 3265},
-      {"SetIndex", [&] { rows.SetIndex("dTime"); }, "3", 3251},
       {"Delete", [&] { rows.Delete(); }, "none"},
       {"MoveNext", [&] { rows.MoveNext(); }, "BofEof"},
   };
@@ -251,14 +198,9 @@ TEST_F(StoreTest, AfterEveryCallTheCurrentRowIsKnown) {
     EXPECT_EQ(NumberOf(step.Do), step.Failure);
     EXPECT_EQ(Place(rows), step.Place);
   }
-}
-
-TEST_F(StoreTest, CallsOnNothingFail) {
-  Recordset rows = Open();
   rows.Close();
   EXPECT_EQ(NumberOf([&] { rows.Eof(); }), 91);
   EXPECT_EQ(NumberOf([] { Database().OpenRecordset("OstrelPr"); }), 91);
-  EXPECT_EQ(NumberOf([] { Recordset().AddNew(); }), 91);
   EXPECT_EQ(NumberOf([&] { Open("SELECT Max(RATE) as X from [OstrelPr]").Edit(); }), 3251);
 }
 
@@ -274,10 +216,8 @@ TEST_F(StoreTest, DeletedRowsAreNeverMistakenForOthers) {
   mine.Delete();
   Add(mine, {{"EMPL_NUMB", 4}});
   EXPECT_EQ(NumberOf([&] { view.Update(); }), 3167);
-  EXPECT_EQ(view.Mode(), EditMode::InProgress);
   view.CancelUpdate();
   EXPECT_EQ(NumberOf([&] { view["EMPL_NUMB"].Get(); }), 3167);
-  EXPECT_TRUE(view.RowAt(2).empty());
   view.MoveFirst();
   EXPECT_EQ(NumberOf([&] { view.SetBookmark(third); }), 3167);
   EXPECT_EQ(NumberOf([&] { mine.SetBookmark(third); }), 3167);
@@ -286,7 +226,6 @@ TEST_F(StoreTest, DeletedRowsAreNeverMistakenForOthers) {
 }
 
 TEST_F(StoreTest, FieldsTakeWhatTheirTypeTakes) {
-  const double eight = 38152 + 8.0 / 24;
   const struct {
     const char* Field;
     Value Given;
@@ -294,20 +233,15 @@ TEST_F(StoreTest, FieldsTakeWhatTheirTypeTakes) {
     int Failure = 0;
   } cases[] = {
       {"EMPL_NUMB", " 130 ", 130.0F},
-      {"empl_numb", 0.1, 0.1F},
       {"EMPL_NUMB", 1e39, {}, 6},
       {"EMPL_NUMB", "12a", {}, 3421},
-      {"EMPL_NUMB", "", {}, 3421},
       {"EMPL_NUMB", Value(), Value()},
       {"Rate", "-9", -9.0},
-      {"RATE", "1e999", {}, 6},
-      {"ETIME", "06/14/04 8:00 am", Moment{eight}},
+      {"ETIME", "06/14/04 8:00 am", Moment{38152 + 8.0 / 24}},
       {"ETIME", 38152, Moment{38152}},
-      {"ETIME", "06/14/04 25:00", {}, 3421},
       {"EVENT_TYPE", "IO", {}, 3163},
       {"QUAN_DESC", "\u00C4\u00D6\u00DC\u00C4\u00D6", "\u00C4\u00D6\u00DC\u00C4\u00D6"},
       {"QUAN_DESC", "BOXES?", {}, 3163},
-      {"MEMO", 12.5, "12.5"},
       {"MEMO", std::string("a\0b'\n", 5), std::string("a\0b'\n", 5)},
   };
   for (const auto& each : cases) {
@@ -316,7 +250,6 @@ TEST_F(StoreTest, FieldsTakeWhatTheirTypeTakes) {
     lines.AddNew();
     ASSERT_EQ(NumberOf([&] { lines[each.Field] = each.Given; }), each.Failure);
     if (each.Failure != 0) continue;
-    EXPECT_EQ(lines[each.Field].Get(), each.Kept);
     lines.Update();
     Reopen();
     lines = Open();
@@ -324,42 +257,34 @@ TEST_F(StoreTest, FieldsTakeWhatTheirTypeTakes) {
     EXPECT_EQ(lines[each.Field].Get(), each.Kept);
     EXPECT_TRUE(lines["ETIME_STOP"].Get().IsNull());
   }
-  EXPECT_EQ(Open()["MEMO"].Size(), 20);
 }
 
-TEST_F(StoreTest, PathsToOneFileSeeEachOther) {
+TEST_F(StoreTest, PathsToOneFileSeeEachOtherAndOthersWhatABoxWaitsOn) {
   const Database lookup = OpenDatabase(folder.Path("PRIN1234.MDB"));
   const RawStore outside(path);
+  const char* const count = "SELECT count(*) FROM OstrelPr";
   db.ShareCommits();
   AddNumbered(2);
   EXPECT_EQ(Walk(lookup.OpenRecordset("SELECT Count(EMPL_NUMB) as X from [OstrelPr]")), "2");
-  EXPECT_EQ(outside.LineCount(), "0") << "still gathered";
-  SettleAllShared();
-  EXPECT_EQ(outside.LineCount(), "2");
+  EXPECT_EQ(outside.Run(count), "0") << "still gathered";
+  ScriptedDesktop desktop;
+  desktop.WillAnswer(BoxAnswer::Ok, [&] { EXPECT_EQ(outside.Run(count), "2"); });
+  MsgBox("Go on?");
+  AddNumbered(1);
+  desktop.WillType("", [&] { EXPECT_EQ(outside.Run(count), "3"); });
+  InputBox("?", "", "");
 
   const Recordset view = lookup.OpenRecordset("Select * from [OstrelPr]");
+  EXPECT_EQ(view["HOURS"].Get(), Value(0.0));
   Recordset lines = Open();
   lines.Edit();
   lines["HOURS"] = 4.5;
-  EXPECT_EQ(view["HOURS"].Get(), Value(0.0));
   lines.Update();
   EXPECT_EQ(view["HOURS"].Get(), Value(4.5));
   db.CommitShared();
   outside.Run("UPDATE OstrelPr SET HOURS = 5");
   lines.Edit();
   EXPECT_EQ(lines["HOURS"].Get(), Value(5.0));
-}
-
-TEST_F(StoreTest, GatheredLinesAreInTheFileBeforeABoxIsUp) {
-  ScriptedDesktop desktop;
-  const RawStore outside(path);
-  db.ShareCommits();
-  AddNumbered(1);
-  desktop.WillAnswer(BoxAnswer::Ok, [&] { EXPECT_EQ(outside.LineCount(), "1"); });
-  MsgBox("Go on?");
-  AddNumbered(1);
-  desktop.WillType("", [&] { EXPECT_EQ(outside.LineCount(), "2"); });
-  InputBox("?", "", "");
 }
 
 TEST_F(StoreTest, DayAndTotalsOfAnEmployeeStayTrueThroughEveryChange) {
@@ -427,17 +352,13 @@ TEST_F(StoreTest, CreatesNoStoreOverAnythingAndNoHalfOne) {
   for (const auto& [name, failure] : cases) {
     EXPECT_EQ(NumberOf([&, n = name] { CreateDatabase(folder.Path(n), ""); }), failure) << name;
   }
-  const auto create = [&] { CreateDatabase(folder.Path("Prin4.mdb"), ""); };
-  disk.FailAfter(0, SQLITE_FULL, 1000);
-  for (int n = 1; NumberOf(create) == 61; ++n) {
-    EXPECT_EQ(folder.Contents(), before) << "after " << n << " changes";
-    disk.FailAfter(n, SQLITE_FULL, 1000);
-  }
-  EXPECT_NE(folder.Contents(), before);
+  disk.FailAfter(2, SQLITE_FULL, 1000);
+  EXPECT_EQ(NumberOf([&] { CreateDatabase(folder.Path("Prin4.mdb"), ""); }), 61);
+  EXPECT_EQ(folder.Contents(), before);
 }
 
 TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAsItWas) {
-  AddNumbered(100);
+  AddNumbered(1);
   db.Close();
   std::filesystem::remove(path + "-journal");
   const std::string good = folder.Read("Prin1234.mdb");
@@ -448,8 +369,6 @@ TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAsItWas) {
   };
   const std::pair<std::string, int> cases[] = {
       {good, 0},
-      {"", 3343},
-      {good.substr(0, 100), 3049},
       {edited("PRAGMA application_id = 7"), 3343},
       {edited("PRAGMA user_version = 2"), 3343},
       {edited("DROP TABLE OstrelPr"), 3343},
@@ -457,31 +376,30 @@ TEST_F(StoreTest, RefusesWhatIsNoStoreAndLeavesItAsItWas) {
       {edited("ALTER TABLE OstrelPr ADD COLUMN CREW FLOAT"), 3343},
       {edited("ALTER TABLE OstrelPr DROP COLUMN HOURS"), 3343},
       {edited("ALTER TABLE OstrelPr RENAME COLUMN HOURS TO HRS"), 3343},
-      {std::string(good).replace(4096, 4096, 4096, '\0'), 3049},
   };
   for (const auto& [bytes, failure] : cases) {
     SCOPED_TRACE(&bytes - &cases[0].first);
     folder.Write("Prin1234.mdb", bytes);
-    EXPECT_EQ(FailureOfOpening(), failure);
+    EXPECT_EQ(NumberOf([&] { OpenDatabase(path); }), failure);
     EXPECT_TRUE(folder.Contents() == "Prin1234.mdb=" + bytes + "|") << "not as it was";
   }
   std::filesystem::remove(path);
-  EXPECT_EQ(FailureOfOpening(), 3024);
+  EXPECT_EQ(NumberOf([&] { OpenDatabase(path); }), 3024);
   std::filesystem::create_directory(path);
-  EXPECT_EQ(FailureOfOpening(), 3024);
+  EXPECT_EQ(NumberOf([&] { OpenDatabase(path); }), 3024);
 }
 
 TEST_F(StoreTest, AnIndexThatHasLostLinesIsRefusedAndMadeAnew) {
   AddNumbered(3);
   db.Close();
-  const char* const steps[] = {
+  RawStore(path).Run(
       "CREATE TABLE kept AS SELECT * FROM sqlite_schema WHERE name = 'dTime'; "
-      "PRAGMA writable_schema = ON; DELETE FROM sqlite_schema WHERE name = 'dTime'",
+      "PRAGMA writable_schema = ON; DELETE FROM sqlite_schema WHERE name = 'dTime'");
+  RawStore(path).Run(
       "INSERT INTO OstrelPr(EMPL_NUMB, ETIME) VALUES(4, 38152); PRAGMA writable_schema = ON; "
-      "INSERT INTO sqlite_schema SELECT * FROM kept",
-      "DROP TABLE kept"};
-  for (const char* sql : steps) RawStore(path).Run(sql);
-  EXPECT_EQ(FailureOfOpening(), 3049);
+      "INSERT INTO sqlite_schema SELECT * FROM kept");
+  RawStore(path).Run("DROP TABLE kept");
+  EXPECT_EQ(NumberOf([&] { OpenDatabase(path); }), 3049);
   db = OpenDatabase(path, StoreCheck::AllButIndex);
   db.DeleteIndex("OstrelPr", "dTime");
   MakeIndex();
@@ -493,7 +411,7 @@ TEST_F(StoreTest, AnIndexThatHasLostLinesIsRefusedAndMadeAnew) {
 TEST_F(StoreTest, DeletedFileIsNotServedFromMemory) {
   AddNumbered(1);
   std::filesystem::remove(path);
-  EXPECT_EQ(FailureOfOpening(), 3024);
+  EXPECT_EQ(NumberOf([&] { OpenDatabase(path); }), 3024);
   const Database old = db;
   Create();
   EXPECT_EQ(Walk(OpenDatabase(path).OpenRecordset("OstrelPr")), "");
@@ -509,7 +427,6 @@ TEST_F(StoreTest, LockedByAnotherProgram) {
     outside.Run("BEGIN IMMEDIATE");
     EXPECT_EQ(Walk(Open()), "1,2") << "others may still read";
     EXPECT_EQ(NumberOf([&] { lines.Update(); }), 3260);
-    EXPECT_EQ(Place(lines), "1*");
     db.ShareCommits();
     EXPECT_EQ(NumberOf([&] { lines.Update(); }), 3260);
     db.CommitShared();
@@ -519,9 +436,9 @@ TEST_F(StoreTest, LockedByAnotherProgram) {
     EXPECT_EQ(NumberOf([&] { Open("Select * from [OstrelPr]"); }), 3260);
     lines.Close();
     db.Close();
-    EXPECT_EQ(FailureOfOpening(), 3260);
+    EXPECT_EQ(NumberOf([&] { OpenDatabase(path); }), 3260);
   }
-  EXPECT_EQ(FailureOfOpening(), 0);
+  EXPECT_EQ(NumberOf([&] { OpenDatabase(path); }), 0);
 }
 
 TEST_F(StoreTest, WriteProtectedStoreIsReadAndTakesNoLine) {
@@ -533,14 +450,11 @@ TEST_F(StoreTest, WriteProtectedStoreIsReadAndTakesNoLine) {
   EXPECT_EQ(Walk(lines), "1,2");
   EXPECT_EQ(NumberOf([&] { Add(lines, {{"EMPL_NUMB", 3}}); }), 3027);
   EXPECT_EQ(NumberOf([&] { Open().Delete(); }), 3027);
-  EXPECT_EQ(NumberOf([&] { db.DeleteIndex("OstrelPr", "dTime"); }), 3027);
   EXPECT_EQ(NumberOf([&] { CreateDatabase(folder.Path("Prin2.mdb"), ""); }), 75);
 }
 
 TEST_F(StoreTest, WhatIsTriedAgainAfterAFailureIsStoredOnceAndWhole) {
-  const std::pair<int, int> cases[] = {
-      {SQLITE_FULL, 1}, {SQLITE_FULL, 2}, {SQLITE_IOERR_WRITE, 1}, {SQLITE_IOERR_FSYNC, 2}};
-  for (const auto& [code, failures] : cases) {
+  for (const auto& [code, failures] : {std::pair(SQLITE_FULL, 2), {SQLITE_IOERR_FSYNC, 1}}) {
     bool reached = true;
     for (int n = 0; reached && !HasFailure(); ++n) {
       SCOPED_TRACE(std::to_string(code) + " at change " + std::to_string(n));
@@ -566,9 +480,9 @@ TEST_F(StoreTest, WhatIsTriedAgainAfterAFailureIsStoredOnceAndWhole) {
       disk.FailAfter(n, code, failures);
       db.ShareCommits();
       set("HOURS", 1);
+      set("MEMO", "x");
       insist(SettleAllShared);
       set("HOURS", 2);
-      set("MEMO", "x");
       set("HOURS", 3);
       add(4);
       lines.MoveNext();
@@ -578,9 +492,10 @@ TEST_F(StoreTest, WhatIsTriedAgainAfterAFailureIsStoredOnceAndWhole) {
       reached = !disk.Armed();
       disk.Heal();
       db.Close();
-      EXPECT_EQ(RawStore(path).Run("SELECT group_concat(printf('%g %g%s', EMPL_NUMB, HOURS, MEMO), "
-                                   "'|') FROM OstrelPr"),
-                "1 3x|3 0|4 0|5 0");
+      const RawStore raw(path);
+      EXPECT_EQ(raw.Run("SELECT group_concat(printf('%g %g%s', EMPL_NUMB, HOURS, MEMO)) "
+                        "FROM OstrelPr"),
+                "1 3x,3 0,4 0,5 0");
     }
   }
 }
