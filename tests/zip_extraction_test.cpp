@@ -6,7 +6,6 @@
 #include <filesystem>
 
 #include "platform/failure.h"
-#include "platform/files/staged_files.h"
 #include "support/temp_folder.h"
 #include "support/zip_builder.h"
 
@@ -57,6 +56,8 @@ TEST(ZipNames, AreWantedWhenTheyAreFilesOfTheBaseNames) {
 }
 
 TEST_F(ZipExtractionTest, NewFilesTakeThePlacesOfOldOnesInAnyCase) {
+  fs::create_directory(app_.Path(".ostrel-new"));
+  app_.Write(".ostrel-new/Prms1234.fpt", "of a use that a power cut ended");
   EXPECT_EQ(FaultOf(ZipBuilder()
                         .Add(kPrms)
                         .Add({"../Prms1234.dbf", "evil"})
@@ -110,20 +111,6 @@ TEST_F(ZipExtractionTest, EveryOldFileIsBackWhenTheDiskFails) {
   EXPECT_THAT(FaultOf(zip), ::testing::StartsWith("Path/File access error: "));
   fs::remove(app_.Path("Prms1234.fpt"));
   EXPECT_EQ(app_.Contents(), kOldFiles);
-}
-
-TEST(StagedFiles, WhatWasNotInstalledIsThrownAway) {
-  const TempFolder app;
-  fs::create_directory(app.Path(".ostrel-new"));
-  app.Write(".ostrel-new/Prms1234.fpt", "of a use that a power cut ended");
-  {
-    const StagedFiles staged(app.Path());
-    staged.Add("Prms1234.dbf", "new");
-    staged.Install();
-  }
-  EXPECT_EQ(app.Contents(), "Prms1234.dbf=new|");
-  { StagedFiles(app.Path()).Add("Prms1234.dbf", "newer"); }
-  EXPECT_EQ(app.Contents(), "Prms1234.dbf=new|");
 }
 
 }  // namespace
