@@ -118,6 +118,7 @@ TEST_F(StoreTest, AnswersTheProgramsQuestionsAndNoOthers) {
       {"130,12,131,12.1", {"where INT(ETIME) = #6-14-2004#"}},
       {"12.1,13", {"where ETIME > #06/14/04 8:00 am#"}},
       {"130", {"where EMPL_NUMB =  130 ;", "where EMPL_NUMB = +130.0"}},
+      {"12.1", {"where EMPL_NUMB = 12.1"}},
       {"131", {"where RATE = - 9 and QUANTITY>.4 and QUANTITY<5.1e-1"}},
       {"130,12,13", {"where EMPL_NUMB in (12,13 , 130)"}},
       {"131,12.1,14", {"where EMPL_NUMB Not in (12,13,130)"}},

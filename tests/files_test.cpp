@@ -108,7 +108,7 @@ TEST(CodePage, GoesThereAndBack) {
   const std::pair<const char*, const char*> lacking[] = {
       {"\xF0\x9F\x98\x80", "?"},           // a face
       {"a\xF1o", "a?o"},                   // 1252 already
-      {"\xC0\x80", "??"},                  // overlong
+      {"\xE0\x80\x80", "???"},             // overlong
       {"\xED\xA0\x80", "???"},             // half of a pair
       {"\xF4\x90\x80\x80", "????"},        // beyond the last character
       {"\xE2\x82\xE2\x82\xAC", "??\x80"},  // cut off, then whole
@@ -151,7 +151,7 @@ TEST(IniText, ChangesNothingButTheKey) {
       {"", "v", "[S]\r\nK=v\r\n"},
       {"; c\n[s]\n k =  old  \n[T]\nK=1", "new", "; c\n[s]\n k =  new\n[T]\nK=1"},
       {"[S]\nK=\nK=2\n", "v", "[S]\nK=v\nK=2\n"},
-      {"[S]\nJ=1\n\n; of T\n[T]\n", "v", "[S]\nJ=1\nK=v\n\n; of T\n[T]\n"},
+      {"[S]\nJ=1\n\n; T=1\n[T]\n", "v", "[S]\nJ=1\nK=v\n\n; T=1\n[T]\n"},
       {"rubbish\0\xFF\r\n"s, "v", "rubbish\0\xFF\r\n[S]\r\nK=v\r\n"s},
       {"[S]\nK=x\n", " v ", "[S]\nK=\" v \"\n"},
       {"[S]\nK=x\n", "v\r\n[T]", "[S]\nK=v\n"},
