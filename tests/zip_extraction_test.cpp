@@ -88,6 +88,7 @@ TEST_F(ZipExtractionTest, AZipThatIsNotSoundChangesNothing) {
        "It holds no tables of this client, or only in folders."},
       {with({"Prms1234.dbf", "new", 0100644, -1, 1}), "Prms1234.dbf: CRC error"},
       {with({"Prms1234.dbf", "new", 0100644, 2}), "Prms1234.dbf: Longer than the zip says"},
+      {with({"Prms1234.dbf", "new", 0100644, 4}), "Prms1234.dbf: "},
       {with({"Prms1234.dbf", "encrypted", 0100644, -1, 0, 0, 1}), "Prms1234.dbf: No password"},
       {with({"Prms1234.dbf", "bomb", 0100644, (256 << 20) + 1}), "Prms1234.dbf is too large"},
       {flood.Bytes(), "Its files are too large to be payroll tables."},

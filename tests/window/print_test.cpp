@@ -101,6 +101,27 @@ TEST_F(PrintTest, TextNobodyExpectedDoesNoHarm) {
   EXPECT_THAT(Text(), HasSubstr("WWW…")) << "the header is cut, and says so";
 }
 
+TEST_F(PrintTest, APageIsFullAndItsMarginsAreEmpty) {
+  AddLines(60);
+  Print();
+  const struct {
+    int Left, Top, Width, Height;  // points
+    bool Empty;
+  } strips[] = {{0, 0, 17, 792, true},   {595, 0, 17, 792, true},  {0, 0, 612, 35, true},
+                {0, 757, 612, 35, true}, {17, 35, 578, 20, false}, {17, 727, 578, 30, false}};
+  for (const auto& [left, top, width, height, empty] : strips) {
+    QStringList options{"-r", "72", "-gray", "-f", "1", "-l", "1"};
+    options << "-x" << QString::number(left) << "-y" << QString::number(top);
+    options << "-W" << QString::number(width) << "-H" << QString::number(height);
+    const std::string picture = OutputOf("pdftoppm", options << ToQt(Pdf()));
+    const auto dots = static_cast<std::size_t>(width * height);
+    ASSERT_GT(picture.size(), dots);
+    const std::size_t ink = picture.find_first_not_of('\xFF', picture.size() - dots);
+    EXPECT_EQ(ink == std::string::npos, empty) << left << " " << top;
+  }
+  EXPECT_THAT(OutputOf("pdfinfo", {ToQt(Pdf())}), HasSubstr("612 x 792 pts (letter)"));
+}
+
 TEST_F(PrintTest, AFullDiskIsReportedAndLeavesNoFile) {
   AddLines(3000);
   Desktop.WillAnswer(BoxAnswer::Retry);
