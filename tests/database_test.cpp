@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <functional>
+#include <memory>
 
 #include "platform/database/sqlite_connection.h"
 #include "platform/database/store_fields.h"
@@ -19,10 +20,11 @@ namespace {
 /// Another program at the same file.
 class RawStore {
  public:
-  explicit RawStore(const std::string& path) { sqlite3_open(path.c_str(), &handle_); }
-  ~RawStore() { sqlite3_close(handle_); }
-  RawStore(const RawStore&) = delete;
-  RawStore& operator=(const RawStore&) = delete;
+  explicit RawStore(const std::string& path) {
+    sqlite3* handle = nullptr;
+    sqlite3_open(path.c_str(), &handle);
+    handle_.reset(handle);
+  }
 
   /// The answer's last cell, if any.
   std::string Run(const std::string& sql) const {
@@ -31,12 +33,12 @@ class RawStore {
       *static_cast<std::string*>(text) = cells[0];
       return 0;
     };
-    EXPECT_EQ(sqlite3_exec(handle_, sql.c_str(), take, &answer, nullptr), SQLITE_OK) << sql;
+    EXPECT_EQ(sqlite3_exec(handle_.get(), sql.c_str(), take, &answer, nullptr), SQLITE_OK) << sql;
     return answer;
   }
 
  private:
-  sqlite3* handle_ = nullptr;
+  std::unique_ptr<sqlite3, decltype(&sqlite3_close)> handle_{nullptr, sqlite3_close};
 };
 
 using Fields = std::vector<std::pair<const char*, Value>>;
