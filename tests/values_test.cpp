@@ -2,257 +2,150 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <random>
-#include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
 
-#include "platform/failure.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
 #include "platform/values/value.h"
+#include "support/failure_number.h"
 
 namespace ostrel {
 namespace {
 
-constexpr double kInfinite = std::numeric_limits<double>::infinity();
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr std::size_t kMegabyte = 1 << 20;
 
-/// The number of the failure that the call ends in, 0 when it ends well.
-template <class Call>
-int FailureOf(Call call) {
-  try {
-    call();
-    return 0;
-  } catch (const Failure& failure) {
-    return failure.Number;
-  }
-}
+std::string Megabyte(char c) { return std::string(1 << 20, c); }
 
-std::string Megabyte(char c) { return std::string(kMegabyte, c); }
-
-TEST(Text, IgnoresTheCaseOfAsciiLettersOnly) {
+TEST(Text, IgnoresTheCaseOfAsciiAloneAndCountsCharacters) {
   EXPECT_EQ(UpperCase("std rate \xC3\xA4z{@["), "STD RATE \xC3\xA4Z{@[");
-  EXPECT_EQ(LowerCase("PCE \xC3\x84Z{@["), "pce \xC3\x84z{@[");
   EXPECT_TRUE(SameText("Prin1234.MDB", "pRIN1234.mdb"));
   EXPECT_FALSE(SameText("Prin", "Prin1") || SameText("[", "{") || SameText("\xC3\xA4", "\xC3\x84"));
-  EXPECT_EQ(FindText("select EMPL from", "empl"), 7U);
-  EXPECT_EQ(FindText("abc", ""), 0U);
-  EXPECT_EQ(FindText("", ""), 0U);
-  EXPECT_FALSE(ContainsText("abc", "abcd"));
-  EXPECT_TRUE(ContainsText("Crew#2", "#2"));
-}
-
-TEST(Text, IsMeasuredAndCutInCharacters) {
+  EXPECT_TRUE(ContainsText("Crew#2", "#2") && !ContainsText("abc", "abcd"));
   const std::string mixed = "a\xC3\xB1\xE2\x82\xAC\xF0\x9F\x98\x80z";  // 1, 2, 3, 4, 1 bytes
   EXPECT_EQ(LengthOf(mixed), 5U);
   const std::size_t bytes[] = {0, 1, 3, 6, 10, 11, 11};
   for (std::size_t n = 0; n < std::size(bytes); ++n) {
     EXPECT_EQ(LeftOf(mixed, n), mixed.substr(0, bytes[n])) << n;
   }
-  EXPECT_EQ(Trim("  a b\t "), "a b\t");
-  EXPECT_EQ(Trim("   ") + Trim(""), "");
+  EXPECT_EQ(Trim("  a b\t ") + Trim("   "), "a b\t");
 }
 
 TEST(Numbers, ReadsThePrefix) {
   const std::pair<double, std::vector<std::string>> cases[] = {
-      {0, {"abc", "", "e5", "+-5", "--5", "-", ".", "-.e5", "inf", "-nan", "\r8", "Std Rate"}},
-      {0,
-       {"0x10", "1e-400", "-1e-400", "0e99999999", "1e-99999999999", "0." + Megabyte('0') + "7"}},
-      {1, {"1,234", "1e", "1e+", "1d5"}},
+      {0, {"abc", "", "e5", "+-5", "-.e5", "inf", "\r8", "0x10", "1e-400", "0e99999999"}},
+      {0, {"0." + Megabyte('0') + "7"}},
       {8, {"8:30", "\t\n8", "8.", "0" + Megabyte(' ') + "8", Megabyte('0') + "8"}},
       {100, {"1 e 2", "1E+2", "+1 0 0", "1000e-1x"}},
-      {-30, {"-30", "- 3 0", "-30.0.5", "-3e1e1"}},
-      {.5, {".5", "+.5.", "0.5-", "5e-1"}},
-      {1.0 / 3, {"0." + Megabyte('3')}},
-      {5e-324, {"4e-324"}}};
+      {-30, {"-30", "- 3 0", "-30.0.5", "-3e1e1", "-30,5", "-30e+"}},
+      {1.0 / 3, {"0." + Megabyte('3')}}};
   for (const auto& [number, texts] : cases) {
     for (const std::string& text : texts) {
       EXPECT_EQ(NumericPrefix(text), number) << text.substr(0, 40);
     }
   }
   EXPECT_FALSE(std::signbit(NumericPrefix("-0")));
-  for (const std::string& text : {std::string("1e309"), std::string("-1e309x"), Megabyte('9'),
-                                  std::string("0.1e99999999999"), Megabyte('1') + "e5"}) {
-    EXPECT_EQ(FailureOf([&] { NumericPrefix(text); }), failure_number::kOverflow);
+  for (const auto& text : {std::string("-1e309x"), Megabyte('9'), Megabyte('1') + "e5"}) {
+    EXPECT_EQ(NumberOf([&] { NumericPrefix(text); }), 6) << text.substr(0, 40);
   }
 }
 
 TEST(Numbers, ReadsAWholeTextOrRefusesIt) {
-  const std::pair<double, std::vector<const char*>> taken[] = {
-      {8.5, {"8.5", " +8.50 ", "85E-1"}},
-      {-1234567, {"-1,234,567", " -1234567", "-1,234,567.00"}},
-      {999e16, {"999e16", "999,000E+13"}}};
-  for (const auto& [number, texts] : taken) {
-    for (const char* text : texts) EXPECT_EQ(WholeNumberText(text), number) << text;
-  }
-  for (const char* text :
+  const std::pair<const char*, std::vector<const char*>> cases[] = {
+      {"8.5", {"8.5", " +8.50 ", "85E-1"}},
+      {"-1234567", {"-1,234,567", " -1234567", "-1,234,567.00"}},
+      {"!6", {"1e999"}},
+      {"!13",
        {"", " ", "8.5x", "- 5", "1 2", "1,50", ",5", "1,2345", "12,34,567", "1234,567",
-        "1,000.5,000", "1,23,4567", "1,", "inf", "8:30", "06/14/04", "--5", "$5"}) {
-    EXPECT_EQ(FailureOf([&] { WholeNumberText(text); }), failure_number::kTypeMismatch) << text;
+        "1,000.5,000", "1,", "inf", "8:30", "06/14/04", "--5", "$5"}}};
+  for (const auto& [outcome, texts] : cases) {
+    for (const char* text : texts) {
+      EXPECT_EQ(OutcomeOf([&] { return GeneralText(WholeNumberText(text)); }), outcome) << text;
+    }
   }
-  EXPECT_EQ(FailureOf([] { WholeNumberText("1e999"); }), failure_number::kOverflow);
 }
 
-TEST(Numbers, RoundsTiesToTheEvenNeighbourWithinTheSize) {
-  const std::pair<double, int> cases[] = {{12.5, 12},        {13.5, 14}, {-0.5, 0},
-                                          {-1.5, -2},        {12.7, 13}, {32767.4, 32767},
-                                          {-32768.5, -32768}};
-  for (const auto& [number, whole] : cases) {
-    EXPECT_EQ(ToLong(number), whole) << number;
-    EXPECT_EQ(ToInteger(number), whole) << number;
-  }
-  EXPECT_EQ(ToLong(2147483647.4), 2147483647);
-  EXPECT_EQ(ToLong(-2147483648.5), std::numeric_limits<std::int32_t>::min());
-  for (const double number : {2147483647.5, -2147483649.0, 1e300, kInfinite, kNoNumber}) {
-    EXPECT_EQ(FailureOf([&] { ToLong(number); }), failure_number::kOverflow) << number;
-  }
-  EXPECT_EQ(FailureOf([] { ToInteger(32767.5); }), failure_number::kOverflow);
-  EXPECT_EQ(FailureOf([] { Divide(0, 0); }), failure_number::kDivisionByZero);
-  EXPECT_EQ(FailureOf([] { Divide(1e300, 1e-300); }), failure_number::kOverflow);
+/// What each of the readings makes of one number: "0.3| .3".
+std::string Joined(const std::vector<std::function<std::string()>>& readings) {
+  std::string all;
+  for (const auto& reading : readings) all += (all.empty() ? "" : "|") + OutcomeOf(reading);
+  return all;
 }
 
-TEST(Numbers, ComeOutInTheGeneralForm) {
-  const std::tuple<double, const char*, const char*> cases[] = {
-      {127.25, "127.25", " 127.25"},
-      {0.1 + 0.2, "0.3", " .3"},
-      {-0.5, "-0.5", "-.5"},
-      {-9, "-9", "-9"},
-      {-0.0, "0", " 0"},
-      {1250, "1250", " 1250"},
-      {1.0 / 3, "0.333333333333333", " .333333333333333"},
-      {99999999999999.9, "99999999999999.9", " 99999999999999.9"},
-      {999999999999999.9, "1E+15", " 1E+15"},
-      {-1.25e300, "-1.25E+300", "-1.25E+300"},
-      {1e-15, "0.000000000000001", " .000000000000001"},
-      {9.5e-16, "9.5E-16", " 9.5E-16"}};
-  for (const auto& [number, plain, with] : cases) {
-    EXPECT_EQ(GeneralText(number), plain);
-    EXPECT_EQ(SignedNumberText(number), with);
+TEST(Numbers, AreWrittenAndRoundedWithinTheSize) {
+  const std::pair<double, const char*> cases[] = {
+      // as text, with a sign's place, long, integer
+      {0.1 + 0.2, "0.3| .3|0|0"},
+      {-0.0, "0| 0|0|0"},
+      {13.5, "13.5| 13.5|14|14"},
+      {-12.5, "-12.5|-12.5|-12|-12"},
+      {32767.5, "32767.5| 32767.5|32768|!6"},
+      {-32768.5, "-32768.5|-32768.5|-32768|-32768"},
+      {2147483647.5, "2147483647.5| 2147483647.5|!6|!6"},
+      {-2147483648.5, "-2147483648.5|-2147483648.5|-2147483648|!6"},
+      {1.0 / 3, "0.333333333333333| .333333333333333|0|0"},
+      {999999999999999.9, "1E+15| 1E+15|!6|!6"},
+      {-1.25e300, "-1.25E+300|-1.25E+300|!6|!6"},
+      {1e-15, "0.000000000000001| .000000000000001|0|0"},
+      {kNoNumber, "!6|!6|!6|!6"}};
+  for (const auto& [number, texts] : cases) {
+    EXPECT_EQ(Joined({[n = number] { return GeneralText(n); },
+                      [n = number] { return SignedNumberText(n); },
+                      [n = number] { return std::to_string(ToLong(n)); },
+                      [n = number] { return std::to_string(ToInteger(n)); }}),
+              texts);
   }
-  EXPECT_EQ(GeneralText(0.1F) + ' ' + GeneralText(-16777216.0F) + ' ' + GeneralText(1.0F / 3),
-            "0.1 -16777220 0.3333333");
-  EXPECT_EQ(FailureOf([] { GeneralText(kInfinite); }), failure_number::kOverflow);
+  EXPECT_EQ(GeneralText(0.1F) + ' ' + GeneralText(-16777216.0F), "0.1 -16777220");
+  EXPECT_EQ(NumberOf([] { Divide(0, 0); }), 11);
+  EXPECT_EQ(NumberOf([] { Divide(1e300, 1e-300); }), 6);
 }
 
 TEST(Money, FollowsEachPattern) {
-  constexpr std::array kPatterns = {"#0.00", "#.00", "#,##0.00", " #,###.##", " #,###.00"};
-  const std::pair<double, std::array<const char*, kPatterns.size()>> cases[] = {
-      {0, {"0.00", ".00", "0.00", " .", " .00"}},
-      {-0.004, {"0.00", ".00", "0.00", " .", " .00"}},
-      {0.005, {"0.01", ".01", "0.01", " .01", " .01"}},
-      {-0.5, {"-0.50", "-.50", "-0.50", " -.5", " -.50"}},
-      {0.995, {"1.00", "1.00", "1.00", " 1.", " 1.00"}},
-      {2.675, {"2.68", "2.68", "2.68", " 2.68", " 2.68"}},
-      {4.725, {"4.73", "4.73", "4.73", " 4.73", " 4.73"}},
-      {127.25 * 0.27, {"34.36", "34.36", "34.36", " 34.36", " 34.36"}},
-      {999.999, {"1000.00", "1000.00", "1,000.00", " 1,000.", " 1,000.00"}},
+  const std::pair<double, std::string> cases[] = {
+      {-0.004, "0.00|0.00|.00|0.00| .| .00"},
+      {0.005, "0.01|0.01|.01|0.01| .01| .01"},
+      {2.675, "2.68|2.68|2.68|2.68| 2.68| 2.68"},
+      {127.25 * 0.27, "34.36|34.36|34.36|34.36| 34.36| 34.36"},
       {-1234567.5,
-       {"-1234567.50", "-1234567.50", "-1,234,567.50", " -1,234,567.5", " -1,234,567.50"}},
+       "-1234567.50|-1234567.50|-1234567.50|-1,234,567.50| -1,234,567.5| -1,234,567.50"},
       {1234567890.12499,
-       {"1234567890.12", "1234567890.12", "1,234,567,890.12", " 1,234,567,890.12",
-        " 1,234,567,890.12"}}};
+       "1234567890.12|1234567890.12|1234567890.12|1,234,567,890.12| 1,234,567,890.12|"
+       " 1,234,567,890.12"},
+      {kNoNumber, "!6|!6|!6|!6|!6|!6"}};
   for (const auto& [number, texts] : cases) {
-    EXPECT_EQ(Format(number, "Fixed"), texts[0]);
-    for (std::size_t i = 0; i < kPatterns.size(); ++i) {
-      EXPECT_EQ(Format(number, kPatterns[i]), texts[i]) << number << " as " << kPatterns[i];
+    std::vector<std::function<std::string()>> readings;
+    for (const char* pattern : {"Fixed", "#0.00", "#.00", "#,##0.00", " #,###.##", " #,###.00"}) {
+      readings.emplace_back([=, n = number] { return Format(n, pattern); });
     }
+    EXPECT_EQ(Joined(readings), texts);
   }
-  EXPECT_EQ(Format(1e308, "#0.00"), "1" + std::string(308, '0') + ".00");
-  EXPECT_EQ(FailureOf([] { Format(kNoNumber, "#0.00"); }), failure_number::kOverflow);
-  for (const char* pattern : {"0.00", "#0.0", "HH:MM", " ", "#0.00 "}) {
-    EXPECT_EQ(FailureOf([&] { Format(1.0, pattern); }), failure_number::kInvalidCall) << pattern;
-  }
-}
-
-/// A number's exact decimal expansion, worked out with whole numbers alone.
-struct ExactDecimal {
-  std::string Digits;  ///< a 0 in front of all
-  int Places = 0;      ///< how many of them stand behind the point
-
-  explicit ExactDecimal(double size) {
-    int exponent = 0;
-    auto mantissa = static_cast<std::uint64_t>(std::ldexp(std::frexp(size, &exponent), 53));
-    for (exponent -= 53; exponent < 0 && mantissa % 2 == 0; mantissa /= 2) ++exponent;
-    Places = std::max(-exponent, 0);
-    std::vector<std::uint64_t> limbs = {mantissa % kBase, mantissa / kBase};  // least first
-    for (int i = 0; i < std::abs(exponent); ++i) {
-      Multiply(limbs, exponent < 0 ? 5 : 2);  // m / 2^k is m * 5^k with k places
-    }
-    for (std::uint64_t limb : limbs) {
-      for (int i = 0; i < 9; ++i, limb /= 10) Digits += static_cast<char>('0' + limb % 10);
-    }
-    Digits.erase(Digits.find_last_not_of('0') + 1);
-    Digits += '0';
-    std::reverse(Digits.begin(), Digits.end());
-  }
-
-  /// Drops `count` digits at the end; a half goes up, or only to an even digit.
-  void Drop(int count, bool halfToEven) {
-    if (count <= 0) return;
-    const auto dropped = static_cast<std::size_t>(count);
-    if (Digits.size() <= dropped) Digits.insert(0, dropped - Digits.size() + 1, '0');
-    const std::string tail = Digits.substr(Digits.size() - dropped);
-    Digits.resize(Digits.size() - dropped);
-    Places -= count;
-    const std::string half = '5' + std::string(dropped - 1, '0');
-    const bool odd = (Digits.back() - '0') % 2 == 1;
-    if (tail < half || (tail == half && halfToEven && !odd)) return;
-    std::size_t last = Digits.size() - 1;
-    for (; Digits[last] == '9'; --last) Digits[last] = '0';
-    ++Digits[last];
-  }
-
- private:
-  static constexpr std::uint64_t kBase = 1'000'000'000;
-
-  static void Multiply(std::vector<std::uint64_t>& limbs, std::uint64_t factor) {
-    std::uint64_t carry = 0;
-    for (std::uint64_t& limb : limbs) {
-      carry += limb * factor;
-      limb = carry % kBase;
-      carry /= kBase;
-    }
-    if (carry != 0) limbs.push_back(carry);
-  }
-};
-
-std::string MoneyByTheRule(double number) {
-  ExactDecimal exact(std::abs(number));
-  exact.Drop(static_cast<int>(exact.Digits.size()) - 1 - 15, true);
-  exact.Drop(exact.Places - 2, false);
-  std::string digits =
-      "00" + exact.Digits + std::string(static_cast<std::size_t>(2 - exact.Places), '0');
-  const std::size_t first = digits.find_first_not_of('0');
-  digits.insert(digits.size() - 2, ".");
-  digits.erase(0, std::min(first, digits.size() - 4));
-  return (number < 0 && first != std::string::npos ? "-" : "") + digits;
+  EXPECT_EQ(NumberOf([] { Format(1.0, "#0.00 "); }), 5);
 }
 
 TEST(Money, OfAMillionProductsIsExact) {
   std::mt19937 random(20040614);
-  const double scales[] = {1, 10, 100, 1000, 10000};
-  int wrong = 0;
+  const auto below = [&](unsigned bound) { return static_cast<std::int64_t>(random() % bound); };
+  constexpr std::int64_t kScales[] = {1, 10, 100, 1000, 10000};
   for (int i = 0; i < 1'000'000; ++i) {
-    const auto hundredths = static_cast<int>(random() % 2'000'001 >> random() % 12) - 500'000;
-    const double rate = static_cast<int>(random() % 400'001) / scales[random() % 5];
-    const double gross = hundredths / 100.0 * rate;
-    if (Format(gross, "#0.00") != MoneyByTheRule(gross) && ++wrong <= 5) {
-      ADD_FAILURE() << std::hexfloat << gross << ": " << Format(gross, "#0.00") << " not "
-                    << MoneyByTheRule(gross);
-    }
+    const std::int64_t hundredths = (below(2'000'001) >> below(12)) - 500'000;
+    const std::int64_t rate = below(400'001), scale = kScales[below(5)];
+    const std::int64_t cents = (2 * std::abs(hundredths * rate) + scale) / (2 * scale);
+    const double gross = static_cast<double>(hundredths) / 100 *
+                         (static_cast<double>(rate) / static_cast<double>(scale));
+    const std::string text = (hundredths < 0 && cents > 0 ? "-" : "") +
+                             std::to_string(cents / 100) + "." +
+                             std::to_string(100 + cents % 100).substr(1);
+    ASSERT_EQ(Format(gross, "#0.00"), text) << hundredths << " by " << rate << " / " << scale;
   }
-  EXPECT_EQ(wrong, 0);
 }
 
 /// Runs on 14 June 2004, 08:30 in the morning, unless a test moves the clock.
@@ -266,48 +159,39 @@ class Dates : public testing::Test {
   }
 };
 
-TEST_F(Dates, AndTimesAreReadAsTyped) {
-  const std::pair<const char*, std::vector<const char*>> cases[] = {
+TEST_F(Dates, AndTimesAreReadAsTypedAndRefusedRatherThanGuessed) {
+  const std::pair<std::string, std::vector<std::string>> cases[] = {
       {"12/30/1899 12:00:00 AM", {"0:00", "12 am", "12:00 AM", "0.00 a"}},
       {"12/30/1899 8:30:00 AM", {"8:30", "8:30 a", "08:30AM", "8.30 am", " 8 : 30 Am "}},
-      {"12/30/1899 8:05:00 AM", {"8:5", "8.05 am", "8:05:00"}},
       {"12/30/1899 12:30:00 PM", {"12:30", "12.30 pm", "0:30 pm"}},
       {"12/30/1899 2:00:00 PM", {"2 pm", "2P", "14.00 pm", "14:00"}},
       {"12/30/1899 11:59:59 PM", {"23:59:59", "11:59:59p"}},
       {"6/14/2004 12:00:00 AM", {"06/14/04", " 6-14-2004 ", "6 / 14 / 4", "6/14", "6-14 12a"}},
       {"6/14/2004 8:30:00 AM", {"06/14/04   8:30 am", "6/14 8:30", "6-14-04 8.30 am"}},
-      {"2/29/2000 1:00:00 PM", {"2/29/2000 1 pm", "2/29/00 13:00"}},
-      {"1/1/0100 6:00:00 AM", {"1/1/0100 6:00"}},
-      {"12/31/9999 11:59:00 PM", {"12/31/9999 23:59"}}};
-  for (const auto& [moment, texts] : cases) {
-    for (const char* text : texts) {
-      ASSERT_TRUE(IsDate(text)) << text;
-      EXPECT_EQ(Format(MomentFrom(text), "General Date"), moment) << text;
-    }
-  }
-}
-
-TEST_F(Dates, AreRefusedRatherThanGuessed) {
-  const std::string cases[] = {
+      {"12/31/9999 11:59:00 PM", {"12/31/9999 23:59"}},
       // neither date nor time
-      "", " ", "8", "+15", "-90", "All", "after", "p", "8.30", "/", ":", "8:", ":30", "6/", "6/14/",
+      {"!13", {"", " ", "8", "+15", "All", "p", "8.30", "/", "8:", ":30", "6/", "6/14/"}},
       // beyond the clock
-      "24:00", "8:60", "8:30:60", "8.75 am", "24 pm", "13 am", "008:30", "8:300", "-8:30",
+      {"!13",
+       {"24:00", "8:60", "8:30:60", "8.75 am", "24 pm", "13 am", "008:30", "8:300", "-8:30"}},
       // beyond the calendar
-      "0/14", "6/0", "6/31/04", "2/30", "2/29/03", "2/29/1900", "6/14/204", "6/14/20045",
-      "6/14/0099", "1/1/100000",
+      {"!13",
+       {"0/14", "6/0", "6/31/04", "2/29/03", "2/29/1900", "6/14/204", "6/14/20045", "6/14/0099"}},
       // another order or other separators
-      "14/6/04", "2004-06-14", "1:30 06/14/04", "6/14-04", "6.14.04", "6/14/04 6/15/04",
+      {"!13", {"14/6/04", "2004-06-14", "1:30 06/14/04", "6/14-04", "6.14.04", "6/14/04 6/15/04"}},
       // something behind a good beginning
-      "8:30 am x", "8:30 xm", "8:30 am pm", "8:30:15:10", "8.30.15 am", "6/14/04 8", "6/14/04 All",
-      "6/14/04x", "8:30 \xF0\x9F\x98\x80", std::string("8:30\0", 5), std::string("\0", 1),
+      {"!13",
+       {"8:30 am x", "8:30 xm", "8:30 am pm", "8:30:15:10", "8.30.15 am", "6/14/04 8", "6/14/04x",
+        "8:30 \xF0\x9F\x98\x80", std::string("8:30\0", 5)}},
       // nothing that a hand types
-      Megabyte(' '), Megabyte('1'), Megabyte('/'), Megabyte('0') + ":30", "8:30" + Megabyte('a')};
-  for (const std::string& text : cases) {
-    SCOPED_TRACE(text.substr(0, 40));
-    EXPECT_FALSE(ReadMoment(text));
-    EXPECT_EQ(FailureOf([&] { TimeValue(text); }), failure_number::kTypeMismatch);
-    EXPECT_EQ(FailureOf([&] { DateValue(text); }), failure_number::kTypeMismatch);
+      {"!13", {Megabyte(' '), Megabyte('1'), Megabyte('0') + ":30", "8:30" + Megabyte('a')}}};
+  for (const auto& [moment, texts] : cases) {
+    for (const std::string& text : texts) {
+      SCOPED_TRACE(text.substr(0, 40));
+      EXPECT_EQ(OutcomeOf([&] { return Format(MomentFrom(text), "General Date"); }), moment);
+      EXPECT_EQ(IsDate(text), moment[0] != '!');
+      EXPECT_EQ(NumberOf([&] { TimeValue(text); }), moment[0] == '!' ? 13 : 0);
+    }
   }
 }
 
@@ -319,15 +203,7 @@ TEST_F(Dates, FallIntoAHundredYearsAroundToday) {
   EXPECT_EQ(DateValue("1/1/19"), *DayNumber(2019, 1, 1));
   EXPECT_EQ(DateValue("7/4"), *DayNumber(2099, 7, 4));
   EXPECT_FALSE(IsDate("2/29"));
-}
-
-TEST_F(Dates, SplitIntoDayAndTime) {
-  EXPECT_EQ(TimeValue("06/14/04 8:00 am"), 1.0 / 3);
-  EXPECT_EQ(TimeValue("06/14/04"), 0);
-  EXPECT_EQ(DateValue("06/14/04 8:00 am"), 38152);
-  EXPECT_EQ(DateValue("8:30"), 0);
   EXPECT_EQ(MomentFrom("12/29/1899 6:00 am"), Moment{-1.25});
-  EXPECT_EQ(DayOf(Moment{38152.99}), 38152);
   EXPECT_EQ(DayOf(Moment{-0.25}), -1);
 }
 
@@ -347,76 +223,49 @@ TEST_F(Dates, ComeBackFromEveryFormThatHoldsThem) {
 TEST_F(Dates, AreRoundedToSecondsThenCutToMinutes) {
   const double second = 1.0 / 86400;
   const std::tuple<double, const char*, const char*> cases[] = {
-      {0, "hh:mm am/pm", "12:00 am"},
-      {0.5, "hh:mm am/pm", "12:00 pm"},
-      {13.5 / 24, "hh:mm am/pm", "01:30 pm"},
       {0.5 + 59.4 * second, "hh:mm", "12:00"},
       {0.5 + 59.6 * second, "hh:mm", "12:01"},
-      {-0.25, "hh:mm", "06:00"},
-      {1.25, "hh:mm", "06:00"},
       {-20.0 / 24, "hh:mm", "20:00"},
       {38153 - 0.6 * second, "mm/dd/yy", "06/14/04"},
       {38153 - 0.4 * second, "mm/dd/yy", "06/15/04"},
-      {38153 - 0.4 * second, "hh:mm", "00:00"},
-      {38152, "mm/dd", "06/14"},
       {38152.9, "dddd", "Monday"},
-      {0, "dddd", "Saturday"},
       {-1, "dddd", "Friday"},
-      {0, "mm/dd/yy", "12/30/99"},
       {-1.25, "General Date", "12/29/1899 6:00:00 AM"},
-      {38321.127835648148, "General Date", "11/30/2004 3:04:05 AM"}};
+      {38321.127835648148, "General Date", "11/30/2004 3:04:05 AM"},
+      {2958466 - 0.4 * second, "mm/dd/yy", "!6"},
+      {kNoNumber, "mm/dd/yy", "!6"}};
   for (const auto& [days, pattern, text] : cases) {
-    EXPECT_EQ(Format(Moment{days}, pattern), text);
-    EXPECT_EQ(Format(days, pattern), text);
+    EXPECT_EQ(OutcomeOf([&] { return Format(Moment{days}, pattern); }), text);
+    EXPECT_EQ(OutcomeOf([&] { return Format(days, pattern); }), text);
   }
-  for (const double days : {2958466.0, 2958466 - 0.4 * second, -657435.0, 1e300, kNoNumber}) {
-    EXPECT_EQ(FailureOf([&] { Format(days, "mm/dd/yy"); }), failure_number::kOverflow) << days;
-  }
-}
-
-TEST_F(Dates, ClockIsTheOneThatWasSet) {
-  EXPECT_EQ(Format(Now(), "General Date"), "6/14/2004 8:30:00 AM");
-  EXPECT_NEAR(SecondsSinceMidnight(), 30600, 1e-5);
-  SetClock({});
-  EXPECT_GT(Now().Days, *DayNumber(2024, 1, 1));
-  EXPECT_LT(SecondsSinceMidnight(), 86400);
 }
 
 TEST(Values, ConvertByTheirKind) {
-  // Plain, as money, as a day.
-  const std::tuple<Value, Value::Kind, double, std::array<const char*, 3>> cases[] = {
-      {true, Value::Kind::Boolean, 1, {"True", "1.00", "12/31"}},
-      {38152, Value::Kind::Long, 38152, {"38152", "38152.00", "06/14"}},
-      {0.1F, Value::Kind::Single, 0.1F, {"0.1", "0.10", "12/30"}},
-      {-9.0, Value::Kind::Double, -9, {"-9", "-9.00", "12/21"}},
-      {Moment{-1.25}, Value::Kind::Date, -1.25, {"12/29/1899 6:00:00 AM", "-1.25", "12/29"}},
-      {"8.5", Value::Kind::Text, 8.5, {"8.5", "8.50", "8.5"}}};
-  for (const auto& [value, kind, number, texts] : cases) {
-    SCOPED_TRACE(texts[0]);
-    EXPECT_EQ(value.KindOf(), kind);
-    EXPECT_EQ(value.ToText(), texts[0]);
-    EXPECT_EQ(Format(value, ""), texts[0]);
-    EXPECT_EQ(Format(value, "#0.00"), texts[1]);
-    EXPECT_EQ(Format(value, "mm/dd"), texts[2]);
-    EXPECT_EQ(value.ToDouble(), number);
-    EXPECT_EQ(value.NumberOrZero(), value.IsText() ? 0 : number);
+  const std::tuple<Value, Value::Kind, const char*> cases[] = {
+      // plain, money, day, number
+      {true, Value::Kind::Boolean, "True|1.00|12/31|1"},
+      {38152, Value::Kind::Long, "38152|38152.00|06/14|38152"},
+      {0.1F, Value::Kind::Single, "0.1|0.10|12/30|0.100000001490116"},
+      {-9.0, Value::Kind::Double, "-9|-9.00|12/21|-9"},
+      {Moment{-1.25}, Value::Kind::Date, "12/29/1899 6:00:00 AM|-1.25|12/29|-1.25"},
+      {"8.5", Value::Kind::Text, "8.5|8.50|8.5|8.5"},
+      {"8.5x", Value::Kind::Text, "8.5x|8.5x|8.5x|!13"},
+      {"1e999", Value::Kind::Text, "1e999|1e999|1e999|!6"},
+      {Value(), Value::Kind::Null, "!94|||!94"}};
+  for (const auto& [value, kind, texts] : cases) {
+    EXPECT_EQ(value.KindOf(), kind) << texts;
+    EXPECT_EQ(
+        Joined({[v = value] { return v.ToText(); }, [v = value] { return Format(v, "#0.00"); },
+                [v = value] { return Format(v, "mm/dd"); },
+                [v = value] { return GeneralText(v.ToDouble()); }}),
+        texts);
+    const bool counts = !value.IsText() && !value.IsNull();
+    EXPECT_EQ(value.NumberOrZero(), counts ? value.ToDouble() : 0) << texts;
   }
-}
-
-TEST(Values, RefuseWhatTheyAreNot) {
-  const Value null;
-  EXPECT_EQ(FailureOf([&] { null.ToText(); }), failure_number::kInvalidNull);
-  EXPECT_EQ(FailureOf([&] { null.ToLong(); }), failure_number::kInvalidNull);
-  EXPECT_EQ(null.NumberOrZero(), 0);
-  EXPECT_EQ(null.Characters() + Format(null, "#0.00"), "");
-  EXPECT_EQ(FailureOf([] { Value("8.5x").ToDouble(); }), failure_number::kTypeMismatch);
-  EXPECT_EQ(FailureOf([] { Value(2147483648.0).ToLong(); }), failure_number::kOverflow);
+  EXPECT_EQ(NumberOf([] { Value().ToLong(); }), 94);
+  EXPECT_EQ(NumberOf([] { Value(2147483648.0).ToLong(); }), 6);
   EXPECT_EQ(Value(2.5).ToLong(), 2);
   EXPECT_EQ(Format(Value("6/14/2004 1:30 pm"), "hh:mm am/pm"), "01:30 pm");
-  for (const char* text : {"", " ", "All", "1e999", "8.5x"}) {
-    EXPECT_EQ(Format(Value(text), "#0.00"), text);
-    EXPECT_EQ(Format(Value(text), "mm/dd/yy"), text);
-  }
   EXPECT_NE(Value(1.0), Value(1));
 }
 

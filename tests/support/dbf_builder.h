@@ -13,8 +13,6 @@ namespace ostrel {
 class DbfBuilder {
  public:
   std::uint8_t Version = 0x03;
-  std::uint8_t Language = 0x03;
-  bool EndMark = true;
 
   /// `length` up to 255; `flags` as Visual FoxPro has them (1 hidden, 2 may be Null).
   DbfBuilder& Field(std::string_view name, char type, int length, int decimals = 0, int flags = 0) {
@@ -48,11 +46,11 @@ class DbfBuilder {
     std::string file(32, '\0');
     file[0] = static_cast<char>(Version);
     file.replace(1, 3, "\x68\x06\x0E");
-    file[29] = static_cast<char>(Language);
+    file[29] = '\x03';
     Put(file, 4, 4, rows_);
     Put(file, 8, 2, HeaderLength());
     Put(file, 10, 2, recordLength);
-    return file + descriptors_ + '\r' + records_ + (EndMark ? "\x1A" : "");
+    return file + descriptors_ + '\r' + records_ + '\x1A';
   }
 
   std::size_t HeaderLength() const { return 33 + descriptors_.size(); }

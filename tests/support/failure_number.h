@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
 
 #include "platform/failure.h"
 
@@ -17,6 +18,13 @@ inline int NumberOf(const std::function<void()>& call) {
     return failure.Number;
   }
   return 0;
+}
+
+/// What a call answers, or the number of its failure: "!3075".
+inline std::string OutcomeOf(const std::function<std::string()>& call) {
+  std::string answer;
+  const int number = NumberOf([&] { answer = call(); });
+  return number == 0 ? answer : "!" + std::to_string(number);
 }
 
 }  // namespace ostrel

@@ -43,10 +43,10 @@ class PaperOffice : public testing::Test {
   static void SetUpTestSuite() { TheApplication(); }
 
   /// No test prints on the developer's printer: the queues are those behind `socket`, if any.
-  void Start(const std::string& socket, bool timeClock = true) {
+  void Start(const std::string& socket) {
     qputenv("CUPS_SERVER", socket.c_str());
     qputenv("HOME", Office.App().c_str());
-    Office.Start(timeClock);
+    Office.Start();
     txtComments.Text = "Crew#2";
   }
 

@@ -3,21 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
-#include <sys/resource.h>
-
-#include <csignal>
-#endif
-
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "frame/app_state.h"
 #include "platform/qt/printer_trouble.h"
+#include "support/full_disk.h"
 #include "window/paper_office.h"
 
 namespace ostrel {
@@ -26,7 +20,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr double kPointsPerInch = 72, kPointsPerTwip = 0.05;
+constexpr double kPointsPerTwip = 0.05;
 
 class PrintTest : public PaperOffice {
  protected:
@@ -37,9 +31,7 @@ class PrintTest : public PaperOffice {
     Start("/no/printer/here");
   }
 
-  std::string Pdf(const char* name = "2004-11-18 Displayed lines.pdf") const {
-    return Office.App(std::string("Printed/") + name);
-  }
+  std::string Pdf() const { return Office.App("Printed/2004-11-18 Displayed lines.pdf"); }
   std::string Text(const QStringList& options = {}) const {
     return OutputOf("pdftotext", options + QStringList{ToQt(Pdf()), "-"});
   }
@@ -62,41 +54,23 @@ class PrintTest : public PaperOffice {
   }
 };
 
-struct Word {
-  double Left, Top, Right, Bottom;  // points
-  std::string Text;
-};
-
-std::vector<Word> WordsOf(const std::string& boxes) {
-  std::vector<Word> words;
-  std::istringstream lines(boxes);
-  for (std::string line; std::getline(lines, line);) {
-    Word word;
-    char text[256];
-    if (std::sscanf(line.c_str(),
-                    " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\" yMax=\"%lf\">%255[^<]",
-                    &word.Left, &word.Top, &word.Right, &word.Bottom, text) == 5) {
-      word.Text = text;
-      words.push_back(word);
-    }
-  }
-  return words;
-}
-
 TEST_F(PrintTest, EveryTextStaysWithinItsColumn) {
   constexpr int kEdges[] = {360,  975,  1770, 3420, 4260, 4905,  5685, 6270,
                             6975, 7860, 8715, 9270, 9825, 10425, 10920};
   AddFullLine("WORCESTERSHIRE-", "A memo of 20 letters", 12345678.91);
   AddFullLine("AB", "Ok", -9);
   Print();
-  const std::vector<Word> words = WordsOf(Text({"-bbox"}));
+  std::istringstream words(Text({"-bbox"}));
   int inTable = 0;
-  for (const Word& word : words) {
-    if (word.Top < 720 * kPointsPerTwip + 18) continue;  // the header
-    const auto edge =
-        std::upper_bound(std::begin(kEdges), std::end(kEdges), (word.Left + 0.1) / kPointsPerTwip);
-    ASSERT_NE(edge, std::end(kEdges)) << word.Text;
-    EXPECT_LE(word.Right - 0.1, *edge * kPointsPerTwip) << word.Text;
+  for (std::string word; std::getline(words, word);) {
+    double left = 0, top = 0, right = 0;  // points
+    const int read = std::sscanf(word.c_str(), " <word xMin=\"%lf\" yMin=\"%lf\" xMax=\"%lf\"",
+                                 &left, &top, &right);
+    if (read != 3 || top < 720 * kPointsPerTwip + 18) continue;  // the header
+    const auto* const edge =
+        std::upper_bound(std::begin(kEdges), std::end(kEdges), (left + 0.1) / kPointsPerTwip);
+    ASSERT_NE(edge, std::end(kEdges)) << word;
+    EXPECT_LE(right - 0.1, *edge * kPointsPerTwip) << word;
     ++inTable;
   }
   EXPECT_GE(inTable, 40);
@@ -111,89 +85,13 @@ TEST_F(PrintTest, TextCanBeSearchedInAnyLanguage) {
   const std::string names[] = {"STRAUß-MÜLL Åse", "ŁĘCKA Zoë", "GRIFFIN office", "ΕΛΛΗΝ", "ИВАНОВ"};
   for (const std::string& name : names) AddFullLine(name, "Añejo", 1);
   txtComments.Text = "Crew#2 “Señor”";
-  Print();
-  const std::string text = Text();
-  EXPECT_THAT(text, HasSubstr("1234, Sample Ranch"));
-  EXPECT_THAT(text, HasSubstr("** 11/18/04, Thursday **"));
-  EXPECT_THAT(text, HasSubstr("Crew#2 “Señor”"));
-  for (const std::string& name : names) EXPECT_THAT(text, HasSubstr(name));
-}
-
-TEST_F(PrintTest, ALongDayPrintsHeaderAndHeadingsOnEveryPage) {
-  AddLines(2000);
-  Office.Choose(mnuEmplOrder);
-  Print();
-  std::istringstream pages(Text({"-layout"}));
-  int page = 0, employee = 0;
-  for (std::string text; std::getline(pages, text, '\f');) {
-    std::istringstream lines(text);
-    std::string line;
-    std::getline(lines, line);
-    EXPECT_THAT(line,
-                AllOf(HasSubstr("1234, Sample Ranch "), HasSubstr("** 11/18/04, Thursday **")))
-        << "page " << page;
-    while (std::getline(lines, line) && line.find("Empl#") == std::string::npos)
-      EXPECT_EQ(line, "");
-    while (std::getline(lines, line)) {
-      if (line.empty()) continue;
-      EXPECT_EQ(std::stoi(line), ++employee);
-    }
-    ++page;
-  }
-  EXPECT_EQ(page, 40);
-  EXPECT_EQ(employee, 2000);
-}
-
-/// The first page as grey dots, one a point.
-struct Picture {
-  int Width = 0, Height = 0;
-  std::string Dots;
-  bool IsWhite(int left, int top, int right, int bottom) const {
-    for (int y = top; y < bottom; ++y) {
-      for (int x = left; x < right; ++x) {
-        if (Dots[static_cast<std::size_t>(y) * static_cast<std::size_t>(Width) +
-                 static_cast<std::size_t>(x)] != '\xFF')
-          return false;
-      }
-    }
-    return true;
-  }
-};
-
-Picture Drawn(const std::string& pdf) {
-  Picture picture;
-  const std::string file =
-      OutputOf("pdftoppm", {"-r", "72", "-gray", "-f", "1", "-l", "1", ToQt(pdf)});
-  int header = 0;
-  std::sscanf(file.c_str(), "P5 %d %d 255%n", &picture.Width, &picture.Height, &header);
-  if (header > 0) picture.Dots = file.substr(static_cast<std::size_t>(header) + 1);
-  return picture;
-}
-
-TEST_F(PrintTest, NothingIsDrawnInTheMargins) {
   AddLines(60);
   Print();
-  const Picture page = Drawn(Pdf());
-  ASSERT_EQ(page.Width, 8.5 * kPointsPerInch);
-  ASSERT_EQ(page.Height, 11 * kPointsPerInch);
-  ASSERT_EQ(page.Dots.size(), static_cast<std::size_t>(page.Width * page.Height));
-  constexpr int kLeft = 17, kRight = 612 - 17, kTop = 35, kBottom = 792 - 35;
-  EXPECT_TRUE(page.IsWhite(0, 0, kLeft, page.Height));
-  EXPECT_TRUE(page.IsWhite(kRight, 0, page.Width, page.Height));
-  EXPECT_TRUE(page.IsWhite(0, 0, page.Width, kTop));
-  EXPECT_TRUE(page.IsWhite(0, kBottom, page.Width, page.Height));
-  EXPECT_FALSE(page.IsWhite(kLeft, kTop, kRight, kTop + 20)) << "the header is missing";
-  EXPECT_FALSE(page.IsWhite(kLeft, kBottom - 30, kRight, kBottom)) << "the page is not full";
-}
-
-TEST_F(PrintTest, AnEarlierPdfIsNeverOverwritten) {
-  Print();
-  AddLines(3);
-  Print();
-  EXPECT_THAT(Desktop.Shown().back(), HasSubstr("Printed/2004-11-18 Displayed lines (2).pdf)"));
-  EXPECT_EQ(OutputOf("pdftotext", {ToQt(Pdf()), "-"}).find("08:00"), std::string::npos);
-  EXPECT_THAT(OutputOf("pdftotext", {ToQt(Pdf("2004-11-18 Displayed lines (2).pdf")), "-"}),
-              HasSubstr("08:00"));
+  const std::string text = Text();
+  EXPECT_THAT(text, HasSubstr("\f1234, Sample Ranch")) << "a second page";
+  EXPECT_THAT(text, AllOf(HasSubstr("1234, Sample Ranch"), HasSubstr("** 11/18/04, Thursday **"),
+                          HasSubstr("Crew#2 “Señor”")));
+  for (const std::string& name : names) EXPECT_THAT(text, HasSubstr(name));
 }
 
 TEST_F(PrintTest, TextNobodyExpectedDoesNoHarm) {
@@ -203,23 +101,39 @@ TEST_F(PrintTest, TextNobodyExpectedDoesNoHarm) {
   EXPECT_THAT(Text(), HasSubstr("WWW…")) << "the header is cut, and says so";
 }
 
-#ifndef _WIN32
+TEST_F(PrintTest, APageIsFullAndItsMarginsAreEmpty) {
+  AddLines(60);
+  Print();
+  const struct {
+    int Left, Top, Width, Height;  // points
+    bool Empty;
+  } strips[] = {{0, 0, 17, 792, true},   {595, 0, 17, 792, true},  {0, 0, 612, 35, true},
+                {0, 757, 612, 35, true}, {17, 35, 578, 20, false}, {17, 727, 578, 30, false}};
+  for (const auto& [left, top, width, height, empty] : strips) {
+    QStringList options{"-r", "72", "-gray", "-f", "1", "-l", "1"};
+    options << "-x" << QString::number(left) << "-y" << QString::number(top);
+    options << "-W" << QString::number(width) << "-H" << QString::number(height);
+    const std::string picture = OutputOf("pdftoppm", options << ToQt(Pdf()));
+    const auto dots = static_cast<std::size_t>(width * height);
+    ASSERT_GT(picture.size(), dots);
+    const std::size_t ink = picture.find_first_not_of('\xFF', picture.size() - dots);
+    EXPECT_EQ(ink == std::string::npos, empty) << left << " " << top;
+  }
+  EXPECT_THAT(OutputOf("pdfinfo", {ToQt(Pdf())}), HasSubstr("612 x 792 pts (letter)"));
+}
+
 TEST_F(PrintTest, AFullDiskIsReportedAndLeavesNoFile) {
   AddLines(3000);
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit small{100000, before.rlim_max};
   Desktop.WillAnswer(BoxAnswer::Retry);
   Desktop.WillAnswer(BoxAnswer::Ignore);
-  setrlimit(RLIMIT_FSIZE, &small);
-  Print();
-  setrlimit(RLIMIT_FSIZE, &before);
+  {
+    const FullDisk full(100'000);
+    Print();
+  }
   EXPECT_THAT(Desktop.Shown().front(), HasSubstr("(Err#61) in Line# 3170"));
   EXPECT_TRUE(std::filesystem::is_empty(Office.App("Printed")));
   EXPECT_EQ(TDBGrid1.Columns("Memo").Width, 990);
 }
-#endif
 
 TEST(PrinterTrouble, SaysWhatAPersonCanMend) {
   const struct {
@@ -227,7 +141,6 @@ TEST(PrinterTrouble, SaysWhatAPersonCanMend) {
     const char* Words;
   } cases[] = {
       {{"none", "true", "3"}, ""},
-      {{"none", "true", "4"}, ""},
       {{"media-empty-error", "true", "3"}, ""},
       {{"media-low-warning,media-empty-error", "true", "4"}, "is out of paper"},
       {{"media-empty", "true", "5"}, "is out of paper"},
@@ -236,7 +149,6 @@ TEST(PrinterTrouble, SaysWhatAPersonCanMend) {
       {{"paused", "true", "5"}, "has been stopped"},
       {{"", "true", "5"}, "has been stopped"},
       {{"none", "false", "3"}, "takes no jobs"},
-      {{",,", "", ""}, ""},
   };
   for (const auto& [state, words] : cases) {
     EXPECT_EQ(TroubleOf(state), words)
