@@ -10,51 +10,49 @@
 namespace ostrel {
 namespace {
 
-const char* const kQuestion =
-    "[?] Orveth Ostrel Payroll Program | Orveth's Ostrel Payroll program lets a foreman enter a "
-    "crew's payroll timecard information on a laptop computer in the field.\\rThat data then is "
-    "imported into a computer in the office that is running Halvane Accounting.\\r\\rWould you "
-    "like "
-    "to view the short manual with more information? | YesNoCancel -> ";
-const std::string kCannot = "\n[i] Cannot display the manual on this computer | ";
-const std::string kContact = "\\rContact Orveth to have them mail or email a manual to you.";
-
 TEST(FirstRun, ExplainsItselfAndShowsTheManualOnYes) {
+  const std::string question =
+      "[?] Orveth Ostrel Payroll Program | Orveth's Ostrel Payroll program lets a foreman enter a "
+      "crew's payroll timecard information on a laptop computer in the field.\\rThat data then is "
+      "imported into a computer in the office that is running Halvane Accounting.\\r\\rWould you "
+      "like to view the short manual with more information? | YesNoCancel -> ";
+  const std::string cannot = "\n[i] Cannot display the manual on this computer | ";
+  const std::string contact = "\\rContact Orveth to have them mail or email a manual to you.";
   const TempFolder app;
   SetExecutable(app.Path(), "OstrelPayroll");
   const std::string manual = app.Path("manual.html");
   const struct {
-    BoxAnswer Answer;
     bool Manual, Viewer;
     std::string Shown;
   } cases[] = {
-      {BoxAnswer::No, true, true, "No"},
-      {BoxAnswer::Cancel, true, true, "Cancel"},
-      {BoxAnswer::Yes, true, true, "Yes\n[document] " + manual},
-      {BoxAnswer::Yes, false, true,
-       "Yes" + kCannot + manual + "\\rManual not found, either reinstall programs or" + kContact +
+      {true, true, "No"},
+      {true, true, "Cancel"},
+      {true, true, "Yes\n[document] " + manual},
+      {false, true,
+       "Yes" + cannot + manual + "\\rManual not found, either reinstall programs or" + contact +
            " | Ok -> Ok"},
-      {BoxAnswer::Yes, true, false,
-       "Yes\n[document] " + manual + kCannot +
+      {true, false,
+       "Yes\n[document] " + manual + cannot +
            "Microsoft Word program not installed on this computer so cannot display the ostrel "
            "payroll manual." +
-           kContact + " (The manual is also here, for any web browser: " + manual + ") | Ok -> Ok"},
+           contact + " (The manual is also here, for any web browser: " + manual + ") | Ok -> Ok"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.Shown);
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.Shown);
     ScriptedDesktop desktop;
     std::filesystem::remove(manual);
-    if (c.Manual) app.Write("manual.html", "<p>Manual</p>");
+    if (test.Manual) app.Write("manual.html", "<p>Manual</p>");
     const std::string before = app.Contents();
-    desktop.SetViewer(c.Viewer);
-    desktop.WillAnswer(c.Answer);
-    if (c.Shown.find(kCannot) != std::string::npos) desktop.WillAnswer(BoxAnswer::Ok);
-    if (c.Answer == BoxAnswer::No) {
-      ExitWShowManual();
-    } else {
-      EXPECT_THROW(ExitWShowManual(), ProgramEnded);
-    }
-    EXPECT_EQ(desktop.TakeShown(), kQuestion + c.Shown);
+    desktop.SetViewer(test.Viewer);
+    bool ended = false;
+    desktop.Expect(question + test.Shown, [&] {
+      try {
+        ExitWShowManual();
+      } catch (const ProgramEnded&) {
+        ended = true;
+      }
+    });
+    EXPECT_EQ(ended, test.Shown != "No");
     EXPECT_EQ(desktop.BeepCount(), 1);
     EXPECT_EQ(app.Contents(), before);
   }

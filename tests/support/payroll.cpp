@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -76,19 +77,10 @@ Payroll::~Payroll() {
   SetExecutable({}, {});
 }
 
-std::string Payroll::App(std::string_view name) const {
-  return Folder.Path("app/" + std::string(name));
-}
-std::string Payroll::Disk(std::string_view name) const {
-  return Folder.Path("disk/" + std::string(name));
-}
-
 void Payroll::WriteIni(std::string_view keys) {
   Folder.Write("config/Halvane.ini",
                "[Ostrel Remote]\r\nRemote Files Floppy=" + Disk() + "\r\n" + std::string(keys));
 }
-
-std::string Payroll::Ini() const { return Folder.Read("config/Halvane.ini"); }
 
 void Payroll::Start(bool timeClock) {
   if (!timeClock) WriteIni("UseTimeClock=False\r\n");
@@ -113,25 +105,23 @@ void Payroll::Keys(std::string_view keys) {
 
 namespace {
 
-int KeyCodeOf(char character) {
-  if (character == '<') return key::kLeft;
-  if (character == '>') return key::kRight;
-  return static_cast<unsigned char>(character);
+int KeyCodeOf(char pressed) {
+  if (pressed == '<') return key::kLeft;
+  return pressed == '>' ? key::kRight : static_cast<unsigned char>(pressed);
 }
 
 /// The usual effect of a key in a text box, as an editor has it.
 void TakeInto(TextBox& box, char pressed, int keyAscii) {
-  const int caret = box.SelStart;
-  if (pressed == '<') return box.Typed(box.Text, std::max(0, caret - 1), 0);
-  if (pressed == '>')
-    return box.Typed(box.Text, std::min(caret + 1, static_cast<int>(box.Text.Get().size())), 0);
-  if (keyAscii == '\b') {
-    if (caret == 0) return;
-    std::string text = box.Text;
-    text.erase(static_cast<std::size_t>(caret) - 1, 1);
-    return box.Typed(text, caret - 1, 0);
+  const int caret = box.SelStart, end = static_cast<int>(box.Text.Get().size());
+  if (pressed == '<' || pressed == '>') {
+    box.Typed(box.Text, std::clamp(pressed == '<' ? caret - 1 : caret + 1, 0, end), 0);
+  } else if (keyAscii == '\b' && caret > 0) {
+    const std::string text = box.Text;
+    const auto at = static_cast<std::size_t>(caret);
+    box.Typed(text.substr(0, at - 1) + text.substr(at), caret - 1, 0);
+  } else if (keyAscii >= ' ') {
+    box.SetSelText(std::string(1, static_cast<char>(keyAscii)));
   }
-  if (keyAscii >= ' ') box.SetSelText(std::string(1, static_cast<char>(keyAscii)));
 }
 
 }  // namespace
@@ -140,12 +130,12 @@ void Payroll::Key(char pressed) {
   Control* const focused = ScanMain.ActiveControl();
   auto* control = dynamic_cast<KeyControl*>(focused);
   if (pressed == '\t' || control == nullptr) return ScanMain.FocusNext(true);
+  int keyAscii = pressed == '<' || pressed == '>' ? 0 : static_cast<unsigned char>(pressed);
+  const bool arrow = keyAscii == 0;
   if (control->KeyDown) ScanMain.Raise([&] { control->KeyDown(KeyCodeOf(pressed), 0); });
   if (ScanMain.ActiveControl() != focused) return;
-  int keyAscii = static_cast<unsigned char>(pressed);
-  const bool makesCharacter = pressed != '<' && pressed != '>';
-  if (makesCharacter && control->KeyPress) ScanMain.Raise([&] { control->KeyPress(keyAscii); });
-  if (ScanMain.ActiveControl() != focused || (makesCharacter && keyAscii == 0)) return;
+  if (!arrow && control->KeyPress) ScanMain.Raise([&] { control->KeyPress(keyAscii); });
+  if (ScanMain.ActiveControl() != focused || (!arrow && keyAscii == 0)) return;
   if (auto* button = dynamic_cast<Button*>(control)) {
     if (pressed == '\r' || pressed == ' ') button->Press();
   } else if (auto* box = dynamic_cast<TextBox*>(control)) {
@@ -170,37 +160,43 @@ void Payroll::Save(std::string_view employee) {
   Desktop.RunPosted();
 }
 
-void Payroll::AddLine(std::string_view line) {
-  std::istringstream words{std::string(line)};
-  std::string empl, kind, time, half;
-  words >> empl >> kind >> time >> half;
-  LinesRs.AddNew();
-  LinesRs["EMPL_NUMB"] = empl;
-  LinesRs["EVENT_TYPE"] = kind;
-  LinesRs["ETIME"] = txtToday.Text.Get() + " " + time + " " + half;
-  double quantity = 0, rate = 0;
-  words >> quantity >> rate;
-  LinesRs["QUANTITY"] = quantity;
-  LinesRs["RATE"] = rate;
-  LinesRs.Update();
+void Payroll::AddLine(const std::string& lines) {
+  std::istringstream all(lines);
+  for (std::string line; std::getline(all, line, '|');) {
+    std::istringstream words(line);
+    std::string empl, kind, time, half;
+    words >> empl >> kind >> time >> half;
+    LinesRs.AddNew();
+    LinesRs["EMPL_NUMB"] = empl;
+    LinesRs["EVENT_TYPE"] = kind;
+    LinesRs["ETIME"] = txtToday.Text.Get() + " " + time + " " + half;
+    double quantity = 0, rate = 0;
+    words >> quantity >> rate;
+    LinesRs["QUANTITY"] = quantity;
+    LinesRs["RATE"] = rate;
+    LinesRs.Update();
+  }
 }
 
 namespace {
 
-std::string Shown(const Recordset& line, const char* field, const char* before,
-                  const char* behind) {
-  const Value value = line[field];
-  return value.IsNull() ? std::string() : before + value.ToText() + behind;
-}
-
 std::string LineText(const Recordset& line) {
-  std::string text = Shown(line, "EMPL_NUMB", "", " ") + Shown(line, "EVENT_TYPE", "", " ") +
-                     Format(line["ETIME"].Get(), "hh:mm am/pm");
+  std::string text;
+  const auto add = [&](const char* before, const char* field, const char* behind) {
+    const Value value = line[field];
+    if (!value.IsNull()) text += before + value.ToText() + behind;
+  };
+  add("", "EMPL_NUMB", " ");
+  add("", "EVENT_TYPE", " ");
+  text += Format(line["ETIME"].Get(), "hh:mm am/pm");
   if (line["QUANTITY"].Get().NumberOrZero() != 0) {
-    text += Shown(line, "QUANTITY", " ", "") + Shown(line, "RATE", "x", "") +
-            Shown(line, "GROSS", "=", "");
+    add(" ", "QUANTITY", "");
+    add("x", "RATE", "");
+    add("=", "GROSS", "");
   }
-  return text + Shown(line, "HOURS", " ", "h") + Shown(line, "HOUR_GROSS", " ", "/h");
+  add(" ", "HOURS", "h");
+  add(" ", "HOUR_GROSS", "/h");
+  return text;
 }
 
 template <class Render>

@@ -24,10 +24,12 @@ class ScriptedDesktop : public Desktop {
 
   // The script. `meanwhile` runs while the box is up, before the answer is given.
   using Action = std::function<void()>;
+  /// What an action shows, line by line as below: the answers behind the arrows are the operator's,
+  /// and nothing else may be shown. "*" stands for anything.
+  void Expect(const std::string& lines, const Action& action);
   void WillAnswer(BoxAnswer answer, Action meanwhile = {});
   void WillType(std::string text, Action meanwhile = {});  ///< "" is Cancel
   void WillPick(std::string path, Action meanwhile = {});  ///< "" is Cancel
-  bool AllAsked() const { return script_.empty(); }
 
   // What was shown, a line each, carriage returns as \r and line feeds as \n:
   //   [?] title | text | YesNoCancel -> Yes
@@ -42,7 +44,6 @@ class ScriptedDesktop : public Desktop {
   void RecordSignals(bool record = true) { recordSignals_ = record; }
 
   void RunPosted();  ///< also what the posted actions post themselves
-  bool HasPosted() const { return !posted_.empty(); }
 
   void SetTime(Moment now);          ///< from here on Now() stands still until told
   void PassSeconds(double seconds);  ///< after SetTime
@@ -51,7 +52,6 @@ class ScriptedDesktop : public Desktop {
 
   MousePointer Pointer() const { return pointer_; }
   int BeepCount() const { return beeps_; }
-  int EventPasses() const { return eventPasses_; }
   RecordedPaper& Paper() { return paper_; }
   void OnEventPass(Action action) { onEventPass_ = std::move(action); }
 
@@ -62,7 +62,9 @@ class ScriptedDesktop : public Desktop {
   bool ShowDocument(const std::string& path) override;
   void Beep() override;
   void SetPointer(MousePointer pointer) override;
-  void EventPass() override;
+  void EventPass() override {
+    if (onEventPass_) onEventPass_();
+  }
   void Post(std::function<void()> action) override { posted_.push_back(std::move(action)); }
   bool CtrlKey() override { return ctrlKey_; }
   std::string ClipboardText() override { return clipboard_; }
@@ -75,11 +77,10 @@ class ScriptedDesktop : public Desktop {
   enum class Kind { MessageBox, InputBox, OpenFile };
   struct Step {
     Kind Of;
-    BoxAnswer Answer;
-    std::string Text;
+    std::string Answer;
     Action Meanwhile;
   };
-  Step NextStep(Kind kind, const std::string& shown, BoxAnswer unexpected);
+  std::string AnswerTo(Kind kind, const std::string& box);
 
   std::deque<Step> script_;
   std::vector<std::string> shown_;
@@ -90,7 +91,6 @@ class ScriptedDesktop : public Desktop {
   RecordedPaper paper_;
   MousePointer pointer_ = MousePointer::Normal;
   int beeps_ = 0;
-  int eventPasses_ = 0;
   bool recordSignals_ = false;
   bool ctrlKey_ = false;
   bool viewer_ = true;

@@ -1,364 +1,334 @@
+// The program's own form on the real window, driven by keys and clicks.
+
 #include "platform/qt/form_view.h"
 
 #include <gtest/gtest.h>
 
-#include <QClipboard>
 #include <QInputMethodEvent>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
+#include <map>
 
 #include "frame/app_state.h"
-#include "frame/failure_reporting.h"
-#include "platform/forms/data_control.h"
-#include "platform/forms/grid.h"
+#include "platform/failure.h"
 #include "platform/qt/grid_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
-#include "store/timecard_store.h"
-#include "support/temp_folder.h"
+#include "support/payroll.h"
 #include "window/qt_application.h"
 
 namespace ostrel {
 namespace {
 
-constexpr Alignment kLeft = Alignment::Left, kRight = Alignment::Right;
+/// What routines post goes to the edge, as on a real screen.
+class WindowDesktop : public ScriptedDesktop {
+ public:
+  explicit WindowDesktop(EventEdge& edge) : edge_(edge) {}
+  void Post(std::function<void()> action) override { edge_.Post(std::move(action)); }
 
-/// A small form with one control of each kind. What happens goes into `log`.
+ private:
+  EventEdge& edge_;
+};
+
 class FormViewTest : public testing::Test {
  protected:
-  FormViewTest() {
+  void Open(bool timeClock = true, double factor = 1) {
     TheApplication();
-    SetDesktop(&desktop);
-    form.Design("Test", 9000, 6000);
-    Add(mark, "mark", "", {1900, 0, 1000, 500}, -1);
-    Add(first, "first", "125", {420, 60, 600, 285}, 0);
-    Add(second, "second", "abc", {1035, 60, 780, 285}, 1);
-    Add(save, "save", "&Save", {2000, 60, 900, 400}, 2);
-    Add(kinds, "kinds", "Event", {3000, 0, 1500, 900}, -1);
-    Add(in, "in", "&In", {30, 200, 700, 240}, 3, &kinds);
-    Add(out, "out", "&Out", {30, 450, 700, 240}, 4, &kinds);
-    Add(check, "check", "Std &Hrly", {4600, 100, 1200, 150}, 5);
-    Add(count, "count", "12 Lines", {5900, 100, 900, 180}, -1);
-    Add(grid, "grid", "", {150, 1000, 8700, 4500}, 6);
-    Add(data, "data", "", {400, 5500, 1155, 345}, -1);
-    AddMenus();
-    Tie(first);
-    Tie(second);
-    save.Click = [this] { log += "save "; };
-    save.KeyPress = [this](int& code) {
-      if (code == key::kEscape) second.SetFocus();
-    };
-    in.Click = [this] { log += "in "; };
-    out.Click = [this] { log += "out "; };
-    check.Click = [this] { log += "check "; };
-    form.OnFailure = [this](const std::exception& failure) {
-      log += std::to_string(AsFailure(failure).Number) + " ";
-      return false;
-    };
-  }
-  ~FormViewTest() override {
-    view.reset();
-    ResetAppState();
-    SetDesktop(nullptr);
+    Office.Start(timeClock);
+    Window = std::make_unique<FormView>(ScanMain, Edge, factor);
+    Edge.Run([] { ScanMain.Changed(); });
+    Window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
   }
 
-  void Add(Control& control, const char* name, const char* text, Place place, int tab,
-           Control* container = nullptr) {
-    control.Design(name, text, place);
-    control.TabIndex.Put(tab);
-    form.Add(control, container);
-  }
-
-  void AddMenus() {
-    options.Design("options", "&Options", {});
-    all.Design("all", "All Dates", {});
-    all.Shortcut = "Ctrl+A";
-    all.Click = [this] {
-      log += "all ";
-      all.Checked = !all.Checked;
-    };
-    paste.Design("paste", "Paste", {});
-    paste.Shortcut = "Ctrl+V";
-    paste.Click = [this] { form.ActiveControl()->SetSelText(desktop.ClipboardText()); };
-    form.AddMenu(options);
-    form.AddMenu(all, &options);
-    form.AddMenu(paste, &options);
-  }
-
-  /// The boxes' keys: Enter is Tab, a key at the start overtypes, letters turn to upper case.
-  void Tie(TextBox& box) {
-    box.GotFocus = [&box] {
-      box.BackColor = kYellow;
-      box.SelStart = 0;
-    };
-    box.LostFocus = [&box] { box.BackColor = kWhite; };
-    box.KeyPress = [this, &box](int& code) {
-      if (code == key::kEnter) {
-        code = 0;
-        TheDesktop().Post([this] { form.FocusNext(true); });
-        return;
-      }
-      if (box.CaretAtStart()) box.Text = "";
-      if (code >= 'a' && code <= 'z') code += 'A' - 'a';
-    };
-  }
-
-  void Bind(int lines) {
-    DataPath = folder.Path();
-    ClientNumb = "1234";
-    CreatePrinMdb();
-    const Database store = OpenDatabase(StorePath());
-    Recordset rows = store.OpenRecordset("OstrelPr", RecordsetType::Dynaset);
-    store.ShareCommits();
-    for (int line = 0; line < lines; ++line) {
-      rows.AddNew();
-      rows["EMPL_NUMB"] = 100 + line;
-      rows["SORT_NAME"] = "NAME";
-      rows["RATE"] = line == 0 ? -9 : 6;
-      rows.Update();
+  /// With lines of the employees from 100 on, in their order; the first is paid by the hour.
+  void OpenWithLines(int count) {
+    Open();
+    PrinDb.ShareCommits();
+    for (int i = 0; i < count; ++i) {
+      Office.AddLine(std::to_string(100 + i) + " P 8:00 am 10 " + (i == 0 ? "-9" : "6"));
     }
-    store.CommitShared();
-    grid.DesignColumns({{"Empl#", "EMPL_NUMB", "", 615, kLeft, kLeft, kLeft, false, false},
-                        {"Name", "SORT_NAME", "", 1650, kLeft, kLeft, kLeft, false, true},
-                        {"Rate", "RATE", "", 705, kRight, kLeft, kLeft, true, false}});
-    grid.Columns("RATE").TranslatedNumber = -9;
-    grid.Columns("RATE").TranslatedWord = "Std Rate";
-    grid.Bind(data);
-    data.DatabaseName = StorePath();
-    data.RecordSource = "Select * from [OstrelPr]";
-    data.Refresh();
-  }
-
-  void Show(double factor = 1) {
-    view = std::make_unique<FormView>(form, edge, factor);
-    edge.Run([this] { form.Show(); });
-    view->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    PrinDb.CommitShared();
+    Edge.Run(mnuEmplOrder.Click);
   }
 
   /// Through the window, as a keyboard does: shortcuts and access keys have their chance.
   void Press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
-    QTest::keyClick(view->windowHandle(), key, held);
+    QTest::keyClick(Window->windowHandle(), key, held);
   }
-  void Type(const char* text) {
-    for (; *text != '\0'; ++text) QTest::keyClick(view->windowHandle(), *text);
+  void Ctrl(char letter) { Press(static_cast<Qt::Key>(letter), Qt::ControlModifier); }
+  void Alt(char letter) { Press(static_cast<Qt::Key>(letter), Qt::AltModifier); }
+  void Type(const char* keys) {  // as Payroll::Keys
+    const std::map<char, Qt::Key> named = {{'\r', Qt::Key_Return},    {'\t', Qt::Key_Tab},
+                                           {'\b', Qt::Key_Backspace}, {'\x1b', Qt::Key_Escape},
+                                           {'<', Qt::Key_Left},       {'>', Qt::Key_Right}};
+    for (; *keys != '\0'; ++keys) {
+      const auto key = named.find(*keys);
+      if (key != named.end()) {
+        Press(key->second);
+      } else {
+        QTest::keyClick(Window->windowHandle(), *keys);
+      }
+    }
   }
   void Click(const Control& control, QPoint at = {4, 4}) {
-    QTest::mouseClick(&view->WidgetOf(control), Qt::LeftButton, {}, at);
+    QTest::mouseClick(&Window->WidgetOf(control), Qt::LeftButton, {}, at);
   }
-  GridView& Lines() { return static_cast<GridView&>(view->WidgetOf(grid)); }
-  /// Middle of a cell; column -1 is the record box.
-  QPoint Cell(int line, int column) {
+  void Focus(Control& control) {
+    Edge.Run([&] { control.SetFocus(); });
+  }
+  static std::string Focused() { return ScanMain.ActiveControl()->Name; }
+
+  GridView& Lines() { return static_cast<GridView&>(Window->WidgetOf(TDBGrid1)); }
+  /// Clicks into a cell, or on the record box in front of the line.
+  void ClickCell(int line, const char* column) {
     const GridGeometry geometry = Lines().Geometry();
     const QRect row = geometry.Line(line);
-    if (column < 0) return {geometry.RecordBoxRight / 2, row.center().y()};
-    return geometry.Cell(row, geometry.Columns[static_cast<std::size_t>(column)]).center();
+    QPoint at(geometry.RecordBoxRight / 2, row.center().y());
+    if (*column != '\0') {
+      const int index = geometry.IndexOf(TDBGrid1.ColumnNumber(column));
+      at = geometry.Cell(row, geometry.Columns[static_cast<std::size_t>(index)]).center();
+    }
+    QTest::mouseClick(Lines().viewport(), Qt::LeftButton, {}, at);
   }
-  void ClickCell(int line, int column) {
-    QTest::mouseClick(Lines().viewport(), Qt::LeftButton, {}, Cell(line, column));
-  }
-  std::string Focus() const { return form.ActiveControl()->Name; }
+  static std::string CurrentCell() { return TDBGrid1.CellText(TDBGrid1.Col); }
 
-  TempFolder folder;
-  EventEdge edge;
-  QtDesktop desktop{edge};
-  Form form;
-  TextBox first, second;
-  Button save;
-  Frame kinds;
-  OptionButton in, out;
-  CheckBox check;
-  Label count;
-  Shape mark;
-  Grid grid;
-  DataControl data;
-  MenuItem options, all, paste;
-  std::unique_ptr<FormView> view;
-  std::string log;
+  Payroll Office;
+  EventEdge Edge;
+  WindowDesktop Desktop{Edge};
+  std::unique_ptr<FormView> Window;
 };
 
-TEST_F(FormViewTest, TypingOvertypesAndEnterWalksOn) {
-  Show();
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_EQ(first.BackColor, kYellow);
-  Type("13x");
-  EXPECT_EQ(first.Text, "13X");
-  Press(Qt::Key_Return);
-  EXPECT_EQ(Focus(), "second");
-  EXPECT_TRUE(view->WidgetOf(second).hasFocus());
-  EXPECT_EQ(first.BackColor, kWhite);
-  EXPECT_EQ(second.SelStart, 0);
-  Press(Qt::Key_End);
-  Type("d");
-  Press(Qt::Key_Left);
-  Press(Qt::Key_Backspace);
-  EXPECT_EQ(second.Text, "abD");
-  EXPECT_EQ(second.SelStart, 2);
-  Press(Qt::Key_Home);
-  Press(Qt::Key_Escape);
-  EXPECT_EQ(second.Text, "");
-  Press(Qt::Key_Backtab, Qt::ShiftModifier);
-  EXPECT_EQ(Focus(), "first");
+TEST_F(FormViewTest, ADayByKeys) {
+  Open();
+  Type("130\r\r");
+  Office.SetClock("11/18/04 11:00 am");
+  Alt('P');
+  Desktop.Expect("[input] Piecework Rate not set*-> .5", [&] { Type("130\r100\r\r"); });
+  Office.SetClock("11/18/04 12:30 pm");
+  Alt('O');  // the event button goes before the menu
+  Type("\r\r");
+  EXPECT_EQ(Office.Lines(), "130 I 10:42 am|130 P 11:00 am 100x0.5=50|130 O 12:30 pm");
+  Desktop.Expect("[i]*lines have successfully been written.*-> Ok", [&] { Ctrl('W'); });
+  EXPECT_TRUE(Office.Folder.Read("disk/Pck-1234.asc")
+                  .ends_with("130,100,0.5,\"0\",0,0,\"11/18/04\",0,1.8,\"P\",\"0\"\r\n"));
+}
+
+TEST_F(FormViewTest, KeysWalkTheRow) {
+  const struct {
+    bool timeClock;
+    int start;  // box, or -1 for the button
+    const char* keys;
+    int end;
+  } cases[] = {
+      {true, 0, "\r", 1},   {true, 1, "\r", -1},  {true, 1, "\t", -1}, {true, -1, "\x1b", 3},
+      {true, -1, "\t", 2},  {true, 2, "\r", 3},   {true, 3, "\r", 4},  {true, 4, "\r", 5},
+      {true, 5, "\r", 6},   {true, 6, "\r", 7},   {true, 7, "\r", 8},  {true, 8, "\r", 0},
+      {true, 8, "\t", 0},   {true, 3, "<", 2},    {true, 2, "<", -1},  {true, 3, "a>", 4},
+      {true, 3, "\b>", 4},  {true, 1, "<", 0},    {false, 0, "\r", 1}, {false, 1, "\r", 2},
+      {false, 2, "\r", -1}, {false, -1, "\t", 3}, {false, 3, "<", -1}, {false, 8, "\r", 0}};
+  const auto at = [](int box) -> Control& {
+    return box < 0 ? static_cast<Control&>(cmdSave) : txtInput[static_cast<std::size_t>(box)];
+  };
+  for (const bool timeClock : {true, false}) {
+    Open(timeClock);
+    if (timeClock) {
+      Type("\r");
+      EXPECT_EQ(Focused(), "cmdSave") << "a clock-in has no quantity";
+      Alt('P');
+    }
+    for (const auto& test : cases) {
+      if (test.timeClock != timeClock) continue;
+      SCOPED_TRACE(std::to_string(test.start) + (timeClock ? " clock " : " plain ") + test.keys);
+      Focus(at(test.start));
+      Type(test.keys);
+      EXPECT_EQ(Focused(), at(test.end).Name);
+      EXPECT_TRUE(Window->WidgetOf(at(test.end)).hasFocus());
+    }
+    Window.reset();
+  }
+}
+
+TEST_F(FormViewTest, TheFirstKeyReplacesTheBox) {
+  const struct {
+    InputBoxIndex box;
+    const char* keys;
+    const char* after;
+    int caret;
+  } cases[] = {{kQuanDescBox, "lbs", "LBS", 3}, {kQuanDescBox, "\b", "", 0},
+               {kQuanDescBox, "\x1b", "", 0},   {kQuanDescBox, ">x", "OXLD", 2},
+               {kQuanDescBox, ">\b", "LD", 0},  {kRateBox, ">>>s", "Std Rate", 0},
+               {kMemoBox, "a b", "A B", 3},     {kMemoBox, "ab<c", "ACB", 2}};
+  Open();
+  const auto back = [&](const Control& box) {
+    return Window->WidgetOf(box).palette().color(QPalette::Base).name();
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.keys);
+    TextBox& box = txtInput[test.box];
+    chkStdRate.Value = 1;  // the S key then only moves on
+    Focus(txtInput[kEmplBox]);
+    EXPECT_EQ(back(box), "#ffffff");
+    Focus(box);
+    EXPECT_EQ(back(box), "#ffff00");
+    Edge.Run([&] { box.Text = "OLD"; });
+    Type(test.keys);
+    EXPECT_EQ(box.Text.Get(), test.after);
+    EXPECT_EQ(box.SelStart, test.caret);
+  }
 }
 
 /// Keys that have queued up come without a pause between them; each must find the focus that the
 /// one before has moved.
-TEST_F(FormViewTest, QueuedKeysLoseAndReorderNothing) {
-  Show();
-  for (const Qt::Key code : {Qt::Key_1, Qt::Key_2, Qt::Key_Return, Qt::Key_3, Qt::Key_4}) {
-    const QString text = code == Qt::Key_Return ? QString("\r") : QString(QChar(code));
-    QKeyEvent event(QEvent::KeyPress, code, {}, text);
+TEST_F(FormViewTest, FastTypingLosesNothing) {
+  Open();
+  for (int i = 0; i < 40 * 5; ++i) {
+    const char typed = "130\r\r"[i % 5];
+    const int key = typed == '\r' ? static_cast<int>(Qt::Key_Return) : typed;
+    QKeyEvent event(QEvent::KeyPress, key, {}, QChar(typed));
     QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
   }
-  EXPECT_EQ(first.Text, "12");
-  EXPECT_EQ(second.Text, "34");
+  EXPECT_EQ(lblLineCt.Caption.Get(), "40 lines");
+  EXPECT_EQ(Focused(), "txtInput(0)");
 }
 
-TEST_F(FormViewTest, FirstClickLeavesTheCaretAtTheStart) {
-  Show();
-  Click(second, {40, 8});
-  EXPECT_EQ(Focus(), "second");
-  EXPECT_EQ(second.SelStart, 0);
-  Click(second, {40, 8});
-  EXPECT_EQ(second.SelStart, 3);
-  EXPECT_EQ(second.SelLength, 0);
-}
+TEST_F(FormViewTest, ClicksAndAccessKeysGoToControlsBeforeMenus) {
+  Open();
+  Edge.Run([] { txtInput[kMemoBox].Text = "OLD"; });
+  for (const int caret : {0, 3}) {  // the first click only brings the focus
+    Click(txtInput[kMemoBox], {40, 8});
+    EXPECT_EQ(Focused(), "txtInput(8)");
+    EXPECT_EQ(txtInput[kMemoBox].SelStart, caret);
+  }
+  Edge.Run([] { txtInput[kEmplBox].Text = "130"; });
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+    Focus(txtInput[kEmplBox]);
+    Focus(cmdSave);
+    Press(key);
+  }
+  Click(cmdSave);
+  Alt('S');
+  EXPECT_EQ(lblLineCt.Caption.Get(), "4 lines");
+  Alt('H');
+  EXPECT_EQ(chkStdRate.Value, 1);
+  const auto option = [&](EventKind kind) {
+    const bool shown = static_cast<QAbstractButton&>(Window->WidgetOf(Option1[kind])).isChecked();
+    EXPECT_EQ(shown, Option1[kind].Value.Get());
+    return shown;
+  };
+  Click(Option1[kClockOut]);
+  Click(Option1[kClockOut]);
+  EXPECT_TRUE(option(kClockOut) && !option(kClockIn));
+  Focus(Option1[kClockOut]);
+  Press(Qt::Key_Down);
+  EXPECT_TRUE(option(kPiecework) && !option(kClockOut));
 
-TEST_F(FormViewTest, MenuShortcutsReachThroughATextBox) {
-  Show();
-  Press(Qt::Key_A, Qt::ControlModifier);
-  EXPECT_EQ(log, "all ");
-  EXPECT_EQ(first.SelLength, 0);
-  EXPECT_TRUE(all.Checked);
-  Press(Qt::Key_A, Qt::ControlModifier);
-  EXPECT_FALSE(all.Checked);
-  all.Visible = false;
-  Press(Qt::Key_A, Qt::ControlModifier);
-  EXPECT_EQ(log, "all all ");
-}
-
-TEST_F(FormViewTest, AccessKeysGoToControlsOnShowBeforeMenus) {
-  Show();
-  Press(Qt::Key_O, Qt::AltModifier);
-  Press(Qt::Key_S, Qt::AltModifier);
-  Press(Qt::Key_H, Qt::AltModifier);
-  EXPECT_EQ(log, "out save check ");
-  EXPECT_TRUE(out.Value);
-  EXPECT_EQ(check.Value, 1);
-  kinds.Visible = false;
-  edge.Run([this] { first.SetFocus(); });
-  Press(Qt::Key_O, Qt::AltModifier);
+  Edge.Run(mnuUseTimeClock.Click);
+  Alt('O');  // the buttons are hidden in the plain layout
   QWidget* menu = QApplication::activePopupWidget();
   ASSERT_NE(menu, nullptr);
   QTest::keyClick(menu, Qt::Key_Return);
-  EXPECT_EQ(log, "out save check all ");
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_EQ(first.Text, "125");
+  EXPECT_TRUE(mnuUseTimeClock.Checked);
 }
 
-TEST_F(FormViewTest, ButtonTakesEnterSpaceClickAndEsc) {
-  Show();
-  edge.Run([this] { save.SetFocus(); });
-  Press(Qt::Key_Return);
-  Press(Qt::Key_Space);
-  Click(save);
-  EXPECT_EQ(log, "save save save ");
-  Press(Qt::Key_Escape);
-  EXPECT_EQ(Focus(), "second");
-}
-
-TEST_F(FormViewTest, OptionButtonsFollowTheFormOnly) {
-  Show();
-  Click(in);
-  Click(in);
-  EXPECT_TRUE(in.Value);
-  Press(Qt::Key_Down);
-  EXPECT_EQ(log, "in in out ");
-  EXPECT_FALSE(in.Value);
-  EXPECT_FALSE(static_cast<QAbstractButton&>(view->WidgetOf(in)).isChecked());
-  edge.Run([this] { in.Value = true; });
-  EXPECT_TRUE(static_cast<QAbstractButton&>(view->WidgetOf(in)).isChecked());
+TEST_F(FormViewTest, ShortcutsBelongToTheMenusInATextBox) {
+  Open();
+  Ctrl('A');
+  EXPECT_EQ(txtToday.Text.Get(), "All");
+  EXPECT_EQ(txtInput[kEmplBox].SelLength, 0);
+  Ctrl('E');
+  EXPECT_TRUE(mnuEmplOrder.Checked);
+  Ctrl('S');
+  EXPECT_TRUE(!mnuAutosetTime.Checked && lblClockOff.Visible);
+  Ctrl('J');
+  EXPECT_EQ(Focused(), "txtInput(3)");
+  Desktop.Expect("[i]*To select a line to delete*-> Ok", [&] { Ctrl('D'); });
+  Edge.Run(mnuUseTimeClock.Click);
+  Ctrl('S');
+  EXPECT_FALSE(mnuAutosetTime.Checked) << "the entry is hidden";
 }
 
 TEST_F(FormViewTest, ABoxDisabledUnderTheFocusHandsItOnAfterTheEvent) {
-  Show();
-  edge.Run([this] {
-    first.Enabled = false;
-    EXPECT_EQ(Focus(), "first");
+  Open(false);
+  Edge.Run([] {
+    txtInput[0].Enabled = false;
+    EXPECT_EQ(Focused(), "txtInput(0)");
   });
-  EXPECT_EQ(Focus(), "second");
-  edge.Run([this] {
-    second.Enabled = false;
-    check.SetFocus();
+  EXPECT_EQ(Focused(), "txtInput(1)");
+  Edge.Run([] {
+    txtInput[1].Enabled = false;
+    txtToday.SetFocus();
   });
-  EXPECT_EQ(Focus(), "check");
-  EXPECT_TRUE(view->WidgetOf(check).hasFocus());
+  EXPECT_EQ(Focused(), "txtToday");
+  EXPECT_TRUE(Window->WidgetOf(txtToday).hasFocus());
 }
 
-TEST_F(FormViewTest, SelectedTextIsReplaced) {
-  Show();
+TEST_F(FormViewTest, CutCopyAndPasteWhereverTheFocusIs) {
+  Open();
+  TextBox& memo = txtInput[kMemoBox];
+  const auto state = [&] { return memo.Text.Get() + "|" + Desktop.ClipboardText(); };
+  Edge.Run([&] { memo.Text = "125"; });
+  Focus(memo);
   Press(Qt::Key_End);
   Press(Qt::Key_Left, Qt::ShiftModifier);
   Press(Qt::Key_Left, Qt::ShiftModifier);
-  EXPECT_EQ(first.SelText(), "25");
   Press(Qt::Key_Alt, Qt::AltModifier);
-  desktop.SetClipboardText("7");
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(first.Text, "17");
-  Press(Qt::Key_Q, Qt::AltModifier);
-  EXPECT_EQ(first.Text, "17") << "an access key that nothing answers to types nothing";
+  Ctrl('C');
+  EXPECT_EQ(state(), "125|25");
+  Ctrl('X');
+  EXPECT_EQ(state(), "1|25");
+  Ctrl('V');
+  Ctrl('V');
+  EXPECT_EQ(state(), "12525|25");
+  Alt('Q');
+  EXPECT_EQ(state(), "12525|25") << "an access key that nothing answers to types nothing";
+  Ctrl('X');
+  EXPECT_EQ(state(), "12525|") << "nothing was selected";
+  Focus(txtInput[kEmplBox]);
+  Focus(cmdSave);
+  Desktop.Expect("[!]*(Err#438)*-> Ignore", [&] { Ctrl('C'); });
 }
 
 TEST_F(FormViewTest, EveryBoxTakesWhateverIsPasted) {
-  Show();
+  Open();
+  TextBox& box = txtInput[kEmplBox];
   const std::string emoji = "\xF0\x9F\x98\x80", hebrew = "\xD7\xA9\xD7\x9C";
-  const struct {
-    const char* Name;
-    std::string Pasted, Kept;
-  } cases[] = {{"a megabyte", std::string(1 << 20, 'x'), std::string(1 << 20, 'x')},
-               {"control characters", std::string("a\0\t\r\nb", 6), "a    b"},
-               {"emoji", emoji + emoji, emoji + emoji},
-               {"right to left", hebrew, hebrew},
-               {"lone continuation", "a\x80", "a\xEF\xBF\xBD"}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.Name);
-    first.Text = "";
-    desktop.SetClipboardText(each.Pasted);
-    Press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_TRUE(first.Text == each.Kept);
-    Type("9");
-    Press(Qt::Key_Backspace);
-    EXPECT_TRUE(first.Text == each.Kept);
-    view->grab();
+  const std::pair<std::string, std::string> cases[] = {
+      {std::string(1 << 20, 'x'), std::string(1 << 20, 'x')},
+      {std::string("a\0\t\r\nb", 6), "a    b"},
+      {emoji + emoji, emoji + emoji},
+      {hebrew, hebrew}};
+  for (const auto& [pasted, kept] : cases) {
+    SCOPED_TRACE(kept.substr(0, 20));
+    Edge.Run([&] { box.Text = ""; });
+    Desktop.SetClipboardText(pasted);
+    Ctrl('V');
+    EXPECT_TRUE(box.Text == kept);
+    Type("9\b");
+    EXPECT_TRUE(box.Text == kept);
+    Window->grab();
   }
-}
-
-TEST_F(FormViewTest, ComposedTextIsTypedCharacterByCharacter) {
-  Show();
-  QInputMethodEvent made;
+  Focus(txtInput[kMemoBox]);
+  QInputMethodEvent made;  // composed text is typed character by character
   made.setCommitString(
       QString::fromUtf8("\xC3\xA9"
                         "ab"));
   QCoreApplication::sendEvent(QApplication::focusWidget(), &made);
-  EXPECT_EQ(first.Text,
+  EXPECT_EQ(txtInput[kMemoBox].Text,
             "\xC3\xA9"
             "AB");
-  EXPECT_EQ(first.SelStart, 3);
+  EXPECT_EQ(txtInput[kMemoBox].SelStart, 3);
 }
 
 TEST_F(FormViewTest, AMessageBoxIsNoLossOfFocus) {
-  Show();
+  Open();
+  QtDesktop real(Edge);
+  SetDesktop(&real);
   BoxAnswer answer = BoxAnswer::Cancel;
-  save.Click = [&] {
-    answer = desktop.ShowMessageBox({"<b>1</b>\r2", BoxButtons::YesNo, BoxIcon::Question});
-  };
-  first.LostFocus = [this] { log += "lost "; };
+  int losses = 0;
+  txtInput[kEmplBox].LostFocus = [&] { ++losses; };
   QTimer::singleShot(0, [&] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr);
@@ -367,165 +337,158 @@ TEST_F(FormViewTest, AMessageBoxIsNoLossOfFocus) {
     EXPECT_TRUE(box->isVisible()) << "neither button means Esc";
     QTest::keyClick(box->buttons().at(1), Qt::Key_Space);
   });
-  edge.Run(save.Click);
+  Edge.Run([&] {
+    answer = real.ShowMessageBox({"<b>1</b>\r2", BoxButtons::YesNo, BoxIcon::Question});
+  });
   EXPECT_EQ(answer, BoxAnswer::No);
-  EXPECT_EQ(log, "");
-  EXPECT_TRUE(QTest::qWaitForWindowActive(view.get()));
-  EXPECT_TRUE(view->WidgetOf(first).hasFocus());
+  EXPECT_EQ(losses, 0);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  EXPECT_TRUE(Window->WidgetOf(txtInput[kEmplBox]).hasFocus());
+  real.SetClipboardText("x");
+  EXPECT_EQ(real.ClipboardText(), "x");
+  SetDesktop(&Desktop);
 }
 
 TEST_F(FormViewTest, EndingTheProgramLeavesWithoutTheUnload) {
-  form.QueryUnload = [this] { log += "unload "; };
-  Show();
-  save.Click = [] { throw ProgramEnded{}; };
-  Click(save);
-  EXPECT_TRUE(edge.Ended());
-  Click(check);
-  EXPECT_EQ(log, "");
+  Open();
+  const std::string before = Office.Ini();
+  cmdSave.Click = [] { throw ProgramEnded{}; };
+  Click(cmdSave);
+  EXPECT_TRUE(Edge.Ended());
+  Click(chkStdRate);
+  EXPECT_EQ(chkStdRate.Value, 0);
+  EXPECT_EQ(Office.Ini(), before);
 }
 
 TEST_F(FormViewTest, GridShowsMovesAndSelects) {
-  Bind(40);
-  Show();
-  ClickCell(2, 0);
-  EXPECT_EQ(Focus(), "grid");
-  EXPECT_EQ(grid.CellText(0), "102");
+  OpenWithLines(60);
+  ClickCell(2, "Empl#");
+  EXPECT_EQ(Focused(), "TDBGrid1");
+  EXPECT_EQ(CurrentCell(), "102");
   Press(Qt::Key_Down);
   Press(Qt::Key_Right);
-  Press(Qt::Key_Right);
-  EXPECT_EQ(grid.CellText(grid.Col), "6");
+  EXPECT_EQ(CurrentCell(), "10");
   Press(Qt::Key_End, Qt::ControlModifier);
-  EXPECT_EQ(grid.CellText(0), "139");
+  EXPECT_EQ(TDBGrid1.CellText(0), "159");
   EXPECT_GT(Lines().FirstRow(), 0);
   Press(Qt::Key_Home, Qt::ControlModifier);
-  EXPECT_EQ(grid.CellText(grid.Col), "Std Rate");
+  EXPECT_EQ(TDBGrid1.CellText(0), "100");
   EXPECT_EQ(Lines().FirstRow(), 0);
+  const auto bookmark = [](std::size_t row) { return Data1.Recordset.BookmarkAt(row); };
+  for (const int line : {3, 1, 5, 3}) ClickCell(line, "");
+  EXPECT_EQ(TDBGrid1.SelBookmarks, (std::vector<Bookmark>{bookmark(1), bookmark(5)}));
+  Edge.Run([] { Data1.Refresh(); });
+  EXPECT_TRUE(TDBGrid1.SelBookmarks.empty());
 
-  const auto bookmark = [this](std::size_t row) { return data.Recordset.BookmarkAt(row); };
-  ClickCell(3, -1);
-  ClickCell(1, -1);
-  ClickCell(5, -1);
-  ClickCell(3, -1);
-  EXPECT_EQ(grid.SelBookmarks, (std::vector<Bookmark>{bookmark(1), bookmark(5)}));
-  edge.Run([this] { data.Refresh(); });
-  EXPECT_TRUE(grid.SelBookmarks.empty());
+  const auto steps = Window->WidgetOf(Data1).findChildren<QAbstractButton*>();
+  ASSERT_EQ(steps.size(), 4);
+  for (const auto& [press, row] : {std::pair(3, 59), {2, 59}, {1, 58}, {0, 0}, {1, 0}, {2, 1}}) {
+    steps[press]->click();
+    EXPECT_EQ(Data1.Recordset.Position(), row);
+  }
 }
 
 TEST_F(FormViewTest, CellsAreEditedInPlace) {
-  Bind(3);
-  Show();
-  std::string hook;
-  grid.BeforeColUpdate = [&](int column, const Value& old, std::int16_t& cancel) {
-    hook += std::to_string(column) + ":" + old.ToText() + ">" + grid.CellText(column) + " ";
-    if (grid.CellText(column) == "no") cancel = -1;
-  };
-  ClickCell(1, 0);
+  OpenWithLines(3);
+  const std::string refused = "[!]*(Err#3421)*-> Ignore";
+  ClickCell(1, "Empl#");
   Type("77");
-  EXPECT_TRUE(grid.Editing);
-  Press(Qt::Key_Return);
-  EXPECT_EQ(hook, "0:101>77 ");
-  EXPECT_EQ(grid.CellText(0), "77");
-  EXPECT_EQ(data.Mode(), EditMode::None);
-
+  EXPECT_TRUE(TDBGrid1.Editing);
+  Type("\r");
+  EXPECT_EQ(Office.Fields("EMPL_NUMB"), "100|77|102");
+  EXPECT_EQ(Data1.Mode(), EditMode::None);
   Press(Qt::Key_F2);
-  Press(Qt::Key_Backspace);
-  Press(Qt::Key_Escape);
+  Type("\b\x1b");
+  EXPECT_EQ(CurrentCell(), "77");
   Type("no");
-  Press(Qt::Key_Down);
-  EXPECT_EQ(grid.CellText(0), "102");
+  Desktop.Expect(refused, [&] { Press(Qt::Key_Down); });
+  EXPECT_EQ(CurrentCell(), "102");
   Type("8x");
-  Press(Qt::Key_Tab);
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_EQ(log, "3421 ");
-  EXPECT_EQ(hook, "0:101>77 0:77>no 0:102>8x ");
-  EXPECT_EQ(grid.CellText(0), "102");
-
-  ClickCell(1, 1);
+  Desktop.Expect(refused, [&] { Type("\t"); });
+  EXPECT_EQ(Focused(), "Option1(0)");
+  EXPECT_EQ(Office.Fields("EMPL_NUMB"), "100|77|102");
+  ClickCell(1, "Name");
   Type("x");
-  EXPECT_FALSE(grid.Editing) << "the column is locked";
-}
+  EXPECT_FALSE(TDBGrid1.Editing) << "the column is locked";
 
-TEST_F(FormViewTest, PasteReachesTheCellEditorAndLinesBecomeOne) {
-  Bind(2);
-  Show();
-  ClickCell(0, 0);
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(log, "438 ") << "no cell is being edited";
-  desktop.SetClipboardText("3\n4");
+  ClickCell(0, "Pce Quan");
+  Desktop.Expect("[!]*(Err#438)*-> Ignore", [&] { Ctrl('V'); });  // no cell is being edited
+  Desktop.SetClipboardText("3\n4");
   Press(Qt::Key_F2);
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(grid.EditText, "1003 4");
-  Press(Qt::Key_S, Qt::AltModifier);
-  EXPECT_EQ(log, "438 3421 save ") << "written before the focus goes";
+  Ctrl('V');
+  EXPECT_EQ(TDBGrid1.EditText, "103 4");
+  Desktop.Expect(refused, [&] { Alt('O'); });  // written before the focus goes
+  EXPECT_TRUE(Option1[kClockOut].Value);
 }
 
-TEST_F(FormViewTest, AKeyHookMayReloadTheGridUnderTheEditor) {
-  Bind(3);
-  Show();
-  grid.KeyPress = [this](int& code) {
-    if (code != 's') return;
-    data.Refresh();
-    first.SetFocus();
-  };
-  ClickCell(2, 2);
-  Type("5s");
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_FALSE(grid.Editing);
-  EXPECT_EQ(first.Text, "125");
-  EXPECT_EQ(data.Recordset.Position(), 0);
+TEST_F(FormViewTest, ALetterInTheRateCellIsTheStandardRate) {
+  OpenWithLines(3);
+  ClickCell(2, "Rate");
+  Type("-.5");
+  EXPECT_TRUE(TDBGrid1.Editing);
+  Type("k");  // the view is loaded anew under the editor
+  EXPECT_FALSE(TDBGrid1.Editing);
+  EXPECT_EQ(Focused(), "txtInput(0)");
+  EXPECT_EQ(txtInput[kEmplBox].Text, "0");
+  EXPECT_EQ(Office.Fields("RATE"), "-9|6|-9");
+  EXPECT_EQ(Data1.Recordset.Position(), 0);
 }
 
-TEST_F(FormViewTest, DataControlWalksThroughTheRows) {
-  Bind(4);
-  Show();
-  const QList<QAbstractButton*> buttons = view->WidgetOf(data).findChildren<QAbstractButton*>();
-  ASSERT_EQ(buttons.size(), 4);
-  std::string positions;
-  for (const int press : {0, 1, 2, 2, 3, 2, 1, 0}) {
-    buttons[press]->click();
-    positions += std::to_string(data.Recordset.Position());
+/// With a larger system font, too, a box stands above its column and no text is cut.
+TEST_F(FormViewTest, BoxesStandAboveTheirColumnsAtEveryScale) {
+  TheApplication();
+  const QFont usual = QApplication::font();
+  const char* const columns[] = {"Empl#", "Pce Quan", "Time", "QDesc", "Rate",
+                                 "Ent#",  "Oper",     "Eqp#", "Memo"};
+  for (const auto& [factor, points] :
+       {std::pair(1.0, 9), {1.25, 9}, {1.5, 9}, {1.7, 9}, {2.0, 9}, {1.0, 20}, {1.5, 30}}) {
+    SCOPED_TRACE(std::to_string(factor) + " " + std::to_string(points));
+    QFont font = usual;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+    Open(true, factor);
+    const auto left = [&](QWidget& widget, int x = 0) {
+      return widget.mapTo(Window.get(), QPoint(x, 0)).x();
+    };
+    const auto expectAligned = [&] {
+      const GridGeometry geometry = Lines().Geometry();
+      for (std::size_t box = 0; box < kInputBoxCount; ++box) {
+        const int column = TDBGrid1.ColumnNumber(
+            box == kTimeBox && !mnuUseTimeClock.Checked ? "Hours" : columns[box]);
+        const int twips = TDBGrid1.Left + TDBGrid1.ColumnLeft(column);
+        const int boxTwips = Scaling::LeftInForm(&txtInput[box]);
+        EXPECT_TRUE(twips <= boxTwips && boxTwips <= twips + 45) << columns[box];
+        const auto index = static_cast<std::size_t>(geometry.IndexOf(column));
+        EXPECT_EQ(left(Lines(), geometry.Columns[index].Left), Window->Scale().Pixels(twips));
+        EXPECT_EQ(left(Window->WidgetOf(txtInput[box])), Window->Scale().Pixels(boxTwips));
+      }
+      EXPECT_EQ(geometry.Columns.back().Right, Lines().viewport()->width());
+    };
+    expectAligned();
+    const Control* const withText[] = {&lblLineCt, &chkStdRate, &txtInput[kEmplBox]};
+    for (const Control* control : withText) {
+      const QWidget& widget = Window->WidgetOf(*control);
+      EXPECT_GE(widget.height(), widget.fontMetrics().height()) << control->Name;
+    }
+    const QSize before = Lines().size();
+    Window->resize(Window->size() + QSize(50, 80));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Lines().size(), before + QSize(50, 80));
+    expectAligned();
+    Edge.Run(mnuUseTimeClock.Click);
+    Window->resize(Window->size() + QSize(1, 1));
+    QCoreApplication::processEvents();
+    expectAligned();
+    Window.reset();
   }
-  EXPECT_EQ(positions, "00123320");
+  QApplication::setFont(usual);
 }
-
-class ScaleTest : public FormViewTest, public testing::WithParamInterface<double> {};
-
-TEST_P(ScaleTest, BoxesStandAboveTheirColumnsAndNoTextIsCut) {
-  Bind(3);
-  first.Left.Put(420);  // the first column's place in the form
-  second.Left.Put(420 + 615);
-  Show(GetParam());
-  const GridGeometry geometry = Lines().Geometry();
-  const auto left = [&](QWidget& widget, int x = 0) {
-    return widget.mapTo(view.get(), QPoint(x, 0)).x();
-  };
-  EXPECT_EQ(left(Lines(), geometry.Columns[0].Left), left(view->WidgetOf(first)));
-  EXPECT_EQ(left(Lines(), geometry.Columns[1].Left), left(view->WidgetOf(second)));
-  EXPECT_EQ(geometry.Columns.back().Right, Lines().viewport()->width());
-  for (const Control* control : {static_cast<Control*>(&count), static_cast<Control*>(&check)}) {
-    const QWidget& widget = view->WidgetOf(*control);
-    EXPECT_GE(widget.height(), widget.fontMetrics().height()) << control->Name;
-  }
-  grid.Columns("Name").Visible = false;
-  EXPECT_EQ(Lines().Geometry().Columns[1].Left, geometry.Columns[1].Left);
-  const QSize before = Lines().size();
-  view->resize(view->size() + QSize(50, 80));
-  QCoreApplication::processEvents();
-  EXPECT_EQ(Lines().size(), before + QSize(50, 80));
-  EXPECT_EQ(left(Lines(), Lines().Geometry().Columns[0].Left), left(view->WidgetOf(first)));
-}
-
-INSTANTIATE_TEST_SUITE_P(Factors, ScaleTest, testing::Values(1.0, 1.25, 1.5, 1.7, 2.0));
 
 TEST(Scaling, FillsMostOfTheScreenAndNeverMore) {
-  const QSize twips(11910, 8625);
-  const struct {
-    QSize Screen;
-    double Factor;
-  } cases[] = {{{1920, 1040}, 1.6}, {{1366, 728}, 1.1}, {{1024, 560}, 0.85}, {{300, 200}, 0.5}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.Screen.width());
-    EXPECT_NEAR(Scaling::ForScreen(each.Screen, twips).Factor(), each.Factor, 1e-9);
+  const std::pair<QSize, double> cases[] = {
+      {{1920, 1040}, 1.6}, {{1366, 728}, 1.1}, {{1024, 560}, 0.85}, {{300, 200}, 0.5}};
+  for (const auto& [screen, factor] : cases) {
+    EXPECT_NEAR(Scaling::ForScreen(screen, {11910, 8625}).Factor(), factor, 1e-9) << factor;
   }
 }
 
