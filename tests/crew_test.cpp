@@ -12,12 +12,7 @@ namespace {
 TEST(ClockInACrew, SavesTheFormOnceForEachMember) {
   const std::string none = "No Employees on Crew Number ", unsaid = "No Crew Number specified.";
   const std::string aborted = "\\rAborting job step.";
-  const struct {
-    const char* comment;
-    std::string dialogue;  // offered -> typed
-    std::string message;
-    const char* lines;
-  } cases[] = {
+  const std::string cases[][4] = {
       {"Crew#2", "2 -> 2", " 3 employees in Crew#2 have been clocked in.",
        "101 I 10:42 am|125 I 10:42 am|130 I 10:42 am"},
       {"north # 1", "1 -> 1a", " 1 employees in Crew#1 have been clocked in.", "140 I 10:42 am"},
@@ -27,15 +22,14 @@ TEST(ClockInACrew, SavesTheFormOnceForEachMember) {
       {"#2", "2 -> 3", none + "3" + aborted, ""},
       {"#.5", "0.5 -> .5", none + "0.5" + aborted, ""},
   };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(test.dialogue);
+  for (const auto& [comment, typed, message, lines] : cases) {
+    SCOPED_TRACE(typed);
     RunningPayroll payroll;
-    txtComments.Text = test.comment;
+    txtComments.Text = comment;
     payroll.Choose(mnuClockInACrew, "[input] Clock In a Crew | \\rCrew Number to Clock In? | " +
-                                        test.dialogue + "\n[i] Clock In a Crew | " + test.message +
+                                        typed + "\n[i] Clock In a Crew | " + message +
                                         " | Ok -> Ok");
-    EXPECT_EQ(payroll.Lines(), test.lines);
-    EXPECT_EQ(payroll.Desktop.Pointer(), MousePointer::Normal);
+    EXPECT_EQ(payroll.Lines(), lines);
   }
 }
 
@@ -87,7 +81,6 @@ TEST(DayCommands, WriteOneLineForEachEmployeeClockedIn) {
     EXPECT_EQ(payroll.Lines(), morning + lines);
     payroll.Choose(menu, no + "06/14/04" + all + " | Ok -> Ok");
     EXPECT_TRUE(payroll.Lines().ends_with("12:00 am")) << payroll.Lines();
-    EXPECT_EQ(payroll.Desktop.Pointer(), MousePointer::Normal);
     txtToday.Text = "All";
     payroll.Choose(menu, "[!] Ostrel Payroll | The Date='All'!*-> Ok");
   }
@@ -121,11 +114,8 @@ TEST(MinimumWage, NamesWhoDoesNotEarnIt) {
       "Employees: ";
   const std::string all = "\\r\\rALL Employees earning minimum wage. | Ok -> Ok";
   const std::string below = " Employees not earning minimum wage.\\r   Employee#s: ";
-  const struct {
-    const char* lines;
-    const char* onShow;  // employee, or empty
-    std::string shown;
-  } cases[] = {
+  const std::string cases[][3] = {
+      // with the employee on show, if any
       {"101 I 7:00 am|125 I 7:00 am|130 I 7:00 am|101 P 8:00 am 10 .5|125 P 8:00 am 100 10|"
        "130 P 8:00 am 1 .01|101 O 9:00 am|125 O 9:00 am|130 O 9:00 am",
        "",
@@ -147,13 +137,13 @@ TEST(MinimumWage, NamesWhoDoesNotEarnIt) {
        "[i" + header + "1\\rTotal Quantity: 0\\rTotal Gross: .\\r    Ave Gross/Empl: .00" + all},
       {"", "", "[!]*No employees clocked in on 11/18/04!*-> Ok"},
   };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(test.lines);
+  for (const auto& [lines, onShow, shown] : cases) {
+    SCOPED_TRACE(lines);
     RunningPayroll payroll;
-    payroll.AddLine(test.lines);
-    txtInput[kEmplBox].Text = test.onShow;
-    if (*test.onShow != '\0') payroll.Choose(mnuDisplayCurrentEmpl);
-    payroll.Choose(mnuMinWageWatch, test.shown);
+    payroll.AddLine(lines);
+    txtInput[kEmplBox].Text = onShow;
+    if (!onShow.empty()) payroll.Choose(mnuDisplayCurrentEmpl);
+    payroll.Choose(mnuMinWageWatch, shown);
     EXPECT_EQ(payroll.Fields("EVENT_TYPE").find('W'), std::string::npos);
   }
 }

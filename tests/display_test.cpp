@@ -24,32 +24,26 @@ TEST(DisplayedLines, FollowTheBoxesAndTheMenus) {
   payroll.AddLine("130 I 7:00 am|101 I 8:00 am|130 O 9:00 am");
   txtToday.Text = "11/17/04";
   payroll.AddLine("130 I 6:00 am");
-  const struct {
-    const char* day;
-    const char* empl;
-    bool current, order;
-    const char* where;
-    const char* shown;
-  } cases[] = {
-      {"11/18/04", "130", false, false, " where INT(ETIME) = #11/18/04#",
+  const std::string cases[][5] = {
+      {"11/18/04", "130", "", " where INT(ETIME) = #11/18/04#",
        "130 09:00 am|101 08:00 am|130 07:00 am|"},
-      {"11/18/04", "130", false, true, " where INT(ETIME) = #11/18/04#",
+      {"11/18/04", "130", "order", " where INT(ETIME) = #11/18/04#",
        "101 08:00 am|130 07:00 am|130 09:00 am|"},
-      {"11/18/04", "130", true, true, " where INT(ETIME) = #11/18/04# and EMPL_NUMB = 130",
+      {"11/18/04", "130", "current order", " where INT(ETIME) = #11/18/04# and EMPL_NUMB = 130",
        "130 07:00 am|130 09:00 am|"},
-      {"All", "130", true, false, " where EMPL_NUMB = 130",
+      {"All", "130", "current", " where EMPL_NUMB = 130",
        "130 09:00 am|130 07:00 am|130 06:00 am|"},
-      {"All", "", true, false, "", "130 09:00 am|101 08:00 am|130 07:00 am|130 06:00 am|"},
-      {"11/17/04", "0", true, false, " where INT(ETIME) = #11/17/04#", "130 06:00 am|"},
+      {"All", "", "current", "", "130 09:00 am|101 08:00 am|130 07:00 am|130 06:00 am|"},
+      {"11/17/04", "0", "current", " where INT(ETIME) = #11/17/04#", "130 06:00 am|"},
   };
-  for (const auto& test : cases) {
-    txtToday.Text = test.day;
-    txtInput[kEmplBox].Text = test.empl;
-    mnuDisplayCurrentEmpl.Checked = test.current;
-    mnuEmplOrder.Checked = test.order;
-    EXPECT_EQ(WhereSelect(), test.where);
+  for (const auto& [day, empl, checked, where, shown] : cases) {
+    txtToday.Text = day;
+    txtInput[kEmplBox].Text = empl;
+    mnuDisplayCurrentEmpl.Checked = checked.starts_with("current");
+    mnuEmplOrder.Checked = checked.ends_with("order");
+    EXPECT_EQ(WhereSelect(), where);
     SetRecordSource();
-    EXPECT_EQ(OnShow(), test.shown) << test.where;
+    EXPECT_EQ(OnShow(), shown) << where;
   }
 }
 
@@ -94,25 +88,25 @@ TEST(Totals, SayWhatTheStoreHolds) {
 
 TEST(Layouts, PlaceTheBoxesAboveTheirColumns) {
   RunningPayroll payroll;
-  const auto state = [] {
-    std::string places;
-    for (const Control* control :
-         {static_cast<Control*>(&txtInput[kTimeBox]),
-          static_cast<Control*>(&txtInput[kQuanDescBox]),
-          static_cast<Control*>(&txtInput[kRateBox]), static_cast<Control*>(&chkStdRate),
-          static_cast<Control*>(&Shape1), static_cast<Control*>(&cmdSave),
-          static_cast<Control*>(&CurTimeCtl1), static_cast<Control*>(&frmCosting)}) {
-      places += std::to_string(control->Left) + " ";
-    }
-    places += TDBGrid1.Columns("HOURS").Visible ? "hours " : "times ";
-    for (const MenuItem* item : {&mnuMinWageWatch, &mnuClockoutAllEmpls, &mnuReClockInAllEmpls,
-                                 &mnuAutosetTime, &mnuDefaultClockIn, &mnuDefaultClockOut}) {
-      places += std::to_string(item->Visible);
-    }
-    return places + (Frame1.Visible ? " clock" : " plain");
+  const Control* const placed[] = {&txtInput[kTimeBox],
+                                   &txtInput[kQuanDescBox],
+                                   &chkStdRate,
+                                   &txtInput[kRateBox],
+                                   &Shape1,
+                                   &cmdSave,
+                                   &CurTimeCtl1,
+                                   &frmCosting};
+  const Control* const clocks[] = {
+      &Frame1,         &mnuMinWageWatch,   &mnuClockoutAllEmpls, &mnuReClockInAllEmpls,
+      &mnuAutosetTime, &mnuDefaultClockIn, &mnuDefaultClockOut};
+  const auto state = [&] {
+    std::string text;
+    for (const Control* control : placed) text += std::to_string(control->Left) + " ";
+    for (const Control* control : clocks) text += control->Visible ? "c" : "-";
+    return text + (TDBGrid1.Columns("HOURS").Visible ? " hours" : " times");
   };
   for (int time = 0; time < 2; ++time) {
-    EXPECT_EQ(state(), "3510 5745 6330 6330 2085 2265 3525 8775 times 111111 clock");
+    EXPECT_EQ(state(), "3510 5745 6330 6330 2085 2265 3525 8775 ccccccc times");
     const std::pair<const char*, int> columns[] = {{"Empl#", 420},    {"Time", 3480},
                                                    {"I/O/Pce", 4965}, {"QDesc", 5745},
                                                    {"Rate", 6330},    {"Ent#", 8775}};
@@ -120,46 +114,40 @@ TEST(Layouts, PlaceTheBoxesAboveTheirColumns) {
       EXPECT_EQ(TDBGrid1.Left + TDBGrid1.ColumnLeft(TDBGrid1.ColumnNumber(column)), left);
     }
     payroll.Choose(mnuUseTimeClock);
-    EXPECT_EQ(state(), "1860 5013 5598 5598 2925 3105 4395 8010 hours 000000 plain");
+    EXPECT_EQ(state(), "1860 5013 5598 5598 2925 3105 4395 8010 ------- hours");
     payroll.Choose(mnuUseTimeClock);
   }
 }
 
 TEST(GridEditing, KeepsNameAndMomentRight) {
-  const struct {
-    const char* column;
-    const char* text;
-    const char* fields;
-    const char* bad = nullptr;  // date that is refused
-  } cases[] = {
+  const std::string as = "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2";
+  const std::string cases[][4] = {
       {"Empl#", "101", "101,ALVAREZ MARIA,11/18/2004 7:00:00 AM,10,2"},
       {"Empl#", "999", "999, ,11/18/2004 7:00:00 AM,10,2"},
       {"Empl#", "0", "0,DURAND ANNE,11/18/2004 7:00:00 AM,10,2"},
       {"Time", "8:15", "130,DURAND ANNE,11/18/2004 8:15:00 AM,10,2"},
       {"Date", "11/17", "130,DURAND ANNE,11/17/2004 7:00:00 AM,10,2"},
-      {"Date", "13/45", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2", "13/45 07:00 am"},
-      {"Time", "", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2", "11/18 "},
-      {"Date", " ", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,2", "  07:00 am"},
+      {"Date", "13/45", as, "Bad Date: 13/45 07:00 am"},
+      {"Time", "", as, "Bad Date: 11/18 "},
+      {"Date", " ", as, "Bad Date:   07:00 am"},
       {"Pce Quan", "3.5", "130,DURAND ANNE,11/18/2004 7:00:00 AM,3.5,2"},
       {"Rate", "Std Rate", "130,DURAND ANNE,11/18/2004 7:00:00 AM,10,-9"},
   };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(std::string(test.column) + " " + test.text);
+  for (const auto& [column, text, fields, bad] : cases) {
+    SCOPED_TRACE(column + " " + text);
     RunningPayroll payroll;
     payroll.AddLine("130 P 7:00 am 10 2");
     SetRecordSource();
-    const auto edit = [](const char* column, const char* text) {
-      TDBGrid1.GoTo(0, TDBGrid1.ColumnNumber(column));
-      TDBGrid1.BeginEdit(text);
+    const auto edit = [](const std::string& cell, const std::string& typed) {
+      TDBGrid1.GoTo(0, TDBGrid1.ColumnNumber(cell));
+      TDBGrid1.BeginEdit(typed);
       TDBGrid1.CommitEdit();
     };
     edit("Empl#", "130 ");  // brings the name
-    const auto shown = [&](const std::string& date) {
-      return "[!] Ostrel Payroll | Bad Date: " + date + "\\rignoring | Ok -> Ok";
-    };
-    payroll.Desktop.Expect(test.bad == nullptr ? "" : shown(test.bad),
-                           [&] { edit(test.column, test.text); });
-    EXPECT_EQ(payroll.Fields("EMPL_NUMB SORT_NAME ETIME QUANTITY RATE"), test.fields);
+    payroll.Desktop.Expect(
+        bad.empty() ? "" : "[!] Ostrel Payroll | " + bad + "\\rignoring | Ok -> Ok",
+        [&] { edit(column, text); });
+    EXPECT_EQ(payroll.Fields("EMPL_NUMB SORT_NAME ETIME QUANTITY RATE"), fields);
   }
 }
 

@@ -74,8 +74,6 @@ TEST(ImportFile, NeedsLinesADayAndADisk) {
   payroll.Choose(mnuWriteImportFile, notReady + "Ok\n" + notReady +
                                          "Cancel\n[i] Ostrel Payroll | &Write Halvane Import "
                                          "File canceled. | Ok -> Ok");
-  EXPECT_EQ(payroll.Desktop.Pointer(), MousePointer::Normal);
-
   payroll.SetClock("11/18/04 11:42 am");
   payroll.Desktop.WillAnswer(BoxAnswer::Ok,
                              [&] { std::filesystem::create_directory(payroll.Disk()); });

@@ -1,4 +1,4 @@
-// Start-up, settings and failure reporting.
+// Start-up, the first run, settings and failure reporting.
 
 #include <gtest/gtest.h>
 
@@ -6,6 +6,7 @@
 
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "frame/first_run.h"
 #include "platform/files/files.h"
 #include "support/payroll.h"
 
@@ -33,7 +34,7 @@ TEST(StartUp, ShowsTheClientAndTheDay) {
   EXPECT_EQ(ScanMain.ActiveControl(), &txtInput[kEmplBox]);
   payroll.Save("130");
   payroll.Stop();
-  payroll.Desktop.SetCtrlKey(true);  // rebuilds the index, keeps the lines
+  payroll.Desktop.HoldsCtrl = true;  // rebuilds the index, keeps the lines
   payroll.Desktop.Expect("", [&] { payroll.Start(); });
   EXPECT_EQ(payroll.Lines() + payroll.Fields("SORT_NAME"), "130 I 10:42 amDURAND ANNE");
 }
@@ -48,6 +49,64 @@ TEST(StartUp, EndsBeforeTheStoreIsTouchedWhereATableIsMissing) {
     EXPECT_FALSE(fs::exists(payroll.App("Prin1234.mdb")));
   }
 }
+
+TEST(FirstRun, ExplainsItselfAndShowsTheManualOnYes) {
+  const std::string question =
+      "beep\n[?] Orveth Ostrel Payroll Program | Orveth's Ostrel Payroll program lets a foreman "
+      "enter a "
+      "crew's payroll timecard information on a laptop computer in the field.\\rThat data then is "
+      "imported into a computer in the office that is running Halvane Accounting.\\r\\rWould you "
+      "like to view the short manual with more information? | YesNoCancel -> ";
+  const std::string cannot = "\n[i] Cannot display the manual on this computer | ";
+  const std::string contact = "\\rContact Orveth to have them mail or email a manual to you.";
+  const TempFolder app;
+  SetExecutable(app.Path(), "OstrelPayroll");
+  const std::string manual = app.Path("manual.html");
+  const std::pair<std::string, std::string> cases[] = {
+      {"manual viewer", "No"},
+      {"manual viewer", "Cancel"},
+      {"manual viewer", "Yes\n[document] " + manual},
+      {"viewer", "Yes" + cannot + manual + "\\rManual not found, either reinstall programs or" +
+                     contact + " | Ok -> Ok"},
+      {"manual",
+       "Yes\n[document] " + manual + cannot +
+           "Microsoft Word program not installed on this computer so cannot display the ostrel "
+           "payroll manual." +
+           contact + " (The manual is also here, for any web browser: " + manual + ") | Ok -> Ok"},
+  };
+  for (const auto& [has, shown] : cases) {
+    SCOPED_TRACE(shown);
+    ScriptedDesktop desktop;
+    std::filesystem::remove(manual);
+    if (has.starts_with("manual")) app.Write("manual.html", "<p>Manual</p>");
+    const std::string before = app.Contents();
+    desktop.HasViewer = has.ends_with("viewer");
+    desktop.RecordSignals();
+    bool ended = false;
+    desktop.Expect(question + shown, [&] {
+      try {
+        ExitWShowManual();
+      } catch (const ProgramEnded&) {
+        ended = true;
+      }
+    });
+    EXPECT_EQ(ended, shown != "No");
+    EXPECT_EQ(app.Contents(), before);
+  }
+  SetExecutable({}, {});
+}
+
+#ifndef _WIN32
+TEST(FirstRun, WaitsForAProgramAndTakesItsExitCode) {
+  const TempFolder folder;
+  const std::string file = folder.Path("done file");
+  EXPECT_EQ(RunAndWait("echo done > \"" + file + "\"; exit 7"), 7);
+  EXPECT_EQ(folder.Read("done file"), "done\n");
+  EXPECT_EQ(RunAndWait("kill -TERM $$"), 128 + 15);
+  EXPECT_THROW(RunAndWait("/no/such/program"), Failure);
+  EXPECT_EQ(ShortPathOf(file), file);
+}
+#endif
 
 TEST(Settings, AreReadAsTheOfficesFileHasThem) {
   const std::pair<const char*, const char*> cases[] = {
@@ -75,50 +134,46 @@ TEST(Settings, AreReadAsTheOfficesFileHasThem) {
 
 TEST(Settings, ComeBackAfterTheFormCloses) {
   RunningPayroll payroll;
-  const std::string in = "[input] Set Default Clock In Time | \\rDefault Clock In Time? | ";
-  const std::string out = "[input] Set Default Clock Out Time | \\rDefault Clock Out Time? | ";
   const std::string half = "\n[?] 'am' or 'pm' not specified | ";
-  const struct {
-    MenuItem& menu;
-    std::string shown;
-    const char* caption;
-  } cases[] = {
-      {mnuDefaultClockIn, in + "8:00 am -> 8", "Default Clock In=8:00 am"},
-      {mnuDefaultClockIn, in + "8:00 am -> 06/14/04", "Default Clock In=8:00 am"},
-      {mnuDefaultClockIn, in + "8:00 am -> 2:30 pm", "Default Clock In=02:30 pm"},
-      {mnuDefaultClockIn, in + "02:30 pm -> 8:00" + half + "8:00 am? | YesNo -> Yes",
-       "Default Clock In=08:00 am"},
-      {mnuDefaultClockOut, out + "5:00 pm -> 5:00" + half + "5:00 pm? | YesNo -> No",
-       "Default Clock Out=05:00 am"},
-      {mnuDefaultClockOut, out + "05:00 am -> 5:00" + half + "5:00 pm? | YesNo -> Yes",
-       "Default Clock Out=05:00 pm"},
+  const std::string cases[][3] = {
+      {"In", "8:00 am -> 8", "8:00 am"},
+      {"In", "8:00 am -> 06/14/04", "8:00 am"},
+      {"In", "8:00 am -> 2:30 pm", "02:30 pm"},
+      {"In", "02:30 pm -> 8:00" + half + "8:00 am? | YesNo -> Yes", "08:00 am"},
+      {"Out", "5:00 pm -> 5:00" + half + "5:00 pm? | YesNo -> No", "05:00 am"},
+      {"Out", "05:00 am -> 5:00" + half + "5:00 pm? | YesNo -> Yes", "05:00 pm"},
   };
-  for (const auto& [menu, shown, caption] : cases) {
-    payroll.Choose(menu, shown);
-    EXPECT_EQ(menu.Caption.Get(), caption);
+  for (const auto& [which, shown, time] : cases) {
+    MenuItem& menu = which == "In" ? mnuDefaultClockIn : mnuDefaultClockOut;
+    payroll.Choose(menu, "[input] Set Default Clock " + which + " Time | \\rDefault Clock " +
+                             which + " Time? | " + shown);
+    EXPECT_EQ(menu.Caption.Get(), "Default Clock " + which + "=" + time);
   }
   payroll.Choose(mnuAutosetTime);
   txtComments.Text = "Crew#3 north";
   payroll.Stop();
-  EXPECT_EQ(
-      payroll.Ini(),
-      "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() +
-          "\r\nUseTimeClock=True\r\nDefault Clock In=08:00 am\r\nDefault Clock Out=05:00 pm\r\n"
-          "AutosetTime=False\r\nComments=Crew#3 north\r\n");
+  EXPECT_EQ(payroll.Ini(),
+            "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() +
+                "\r\nUseTimeClock=True\r\nDefault Clock In=08:00 am\r\n"
+                "Default Clock Out=05:00 pm\r\nAutosetTime=False\r\nComments=Crew#3 north\r\n");
 }
 
 class Reporting : public testing::Test {
  protected:
   /// Reports a failure to an operator who sees and answers as told.
-  ///   returns  whether it is to be tried again
-  bool Retries(std::int32_t number, const std::string& shown, std::int32_t line = 6520) {
-    std::string message = "Duplicate value.";
-    std::int16_t answer = 7;
+  ///   returns  what becomes of the statement
+  std::string Outcome(std::int32_t number, const std::string& shown, std::int32_t line = 6520) {
+    std::string message = "Duplicate value.", outcome;
     Office.Desktop.Expect(shown, [&] {
-      DisplayErrMessage(number, message, line, "WriteValues", ScannerModule, answer);
+      try {
+        std::int16_t answer = 7;
+        DisplayErrMessage(number, message, line, "WriteValues", ScannerModule, answer);
+        outcome = answer == -1 ? "again" : answer == 0 ? "over" : "unanswered";
+      } catch (const ProgramEnded&) {
+        outcome = "end";
+      }
     });
-    EXPECT_TRUE(answer == 0 || answer == -1) << answer;
-    return answer != 0;
+    return outcome;
   }
   std::string Log() const { return Office.Folder.Read("app/Errors.Log"); }
 
@@ -128,31 +183,30 @@ class Reporting : public testing::Test {
 
 TEST_F(Reporting, SaysAndLogsWhatHappenedToTheBlank) {
   Office.Folder.Write(std::string("app/OstrelPayroll") + kExecutableExtension, "");
-  const std::string app = Office.App();
+  const std::string app = Office.App(), cut = "\\r";
   const std::string where =
       "   Client# 1234  in " + app.substr(0, app.size() - 1) + "  on 11/18/2004 10:42:00 AM *Opr ";
-  const std::string site = " in Line# 6520 in routine 'WriteValues' in module 'Scanner'";
-  const std::string message = "Duplicate value. (Err#3022)" + site;
-  const auto shown = [&](const std::string& text, const char* answer) {
-    return Title + text + "   (" + app + "OstrelPayroll" + kExecutableExtension +
-           " Tq4 version dated: */20*) | AbortRetryIgnore -> " + answer;
-  };
-  EXPECT_TRUE(Retries(3022, shown(message, "Retry")));
-  std::string log = message + "\r\n" + where + "Retried Error\r\n";
-  EXPECT_EQ(Log(), log);
-
+  const std::string site = ") in Line# 6520 in routine 'WriteValues' in module 'Scanner'";
+  const std::string version = "   (" + app + "OstrelPayroll" + kExecutableExtension +
+                              " Tq4 version dated: */20*) | AbortRetryIgnore -> ";
   const std::string rights =
       "If you are trying to create a new company on a network drive, you must have 'SUPERVISOR' "
       "rights.";
-  EXPECT_FALSE(Retries(75, shown("Duplicate value. (Err#75)" + site + "\\r" + rights, "Ignore")));
-  log += "Duplicate value. (Err#75)" + site + "\r\n   " + rights + "\r\n" + where;
-  EXPECT_EQ(Log(), log + "Ignored Error\r\n");
-  const std::string indexes = "\\rDo Tools!Rebuild Indexes to correct the problem.";
-  EXPECT_THROW(Retries(-3274, shown("*" + site + indexes, "Abort")), ProgramEnded);
-  EXPECT_TRUE(Log().ends_with(where + "Aborted Job\r\n"));
-  fs::remove(Office.App("Errors.Log"));
-  EXPECT_FALSE(Retries(16, ""));
-  EXPECT_EQ(Log(), "");
+  const std::string indexes = "Do Tools!Rebuild Indexes to correct the problem.";
+  const std::string cases[][5] = {{"3022", "", "Retry", "again", "Retried Error"},
+                                  {"75", rights, "Ignore", "over", "Ignored Error"},
+                                  {"3274", indexes, "Abort", "end", "Aborted Job"}};
+  std::string log;
+  for (const auto& [number, hint, answer, outcome, noted] : cases) {
+    const std::string message = "Duplicate value. (Err#" + number + site;
+    EXPECT_EQ(Outcome(std::stoi(number),
+                      Title + message + (hint.empty() ? "" : cut + hint) + version + answer),
+              outcome);
+    log += message + "\r\n" + (hint.empty() ? "" : "   " + hint + "\r\n") + where + noted + "\r\n";
+    EXPECT_EQ(Log(), log);
+  }
+  EXPECT_EQ(Outcome(16, ""), "over");
+  EXPECT_EQ(Log(), log);
 }
 
 TEST_F(Reporting, GivesALockTenSeconds) {
@@ -164,15 +218,15 @@ TEST_F(Reporting, GivesALockTenSeconds) {
     ResetFailureReporting();
     UserCount = 2;
     Office.SetClock("11/18/04 11:59:55 pm");
-    EXPECT_TRUE(Retries(number, ""));  // first failure of the site
-    Office.Desktop.PassSeconds(9);     // past midnight, where the clock starts again
-    EXPECT_TRUE(Retries(number, ""));
+    EXPECT_EQ(Outcome(number, ""), "again");  // first failure of the site
+    Office.Desktop.PassSeconds(9);            // past midnight, where the clock starts again
+    EXPECT_EQ(Outcome(number, ""), "again");
     Office.Desktop.PassSeconds(1);
-    EXPECT_TRUE(Retries(number, conflict + "Retry"));
-    EXPECT_FALSE(Retries(number, conflict + "Ignore"));  // and at once from now on
-    EXPECT_TRUE(Retries(number, "", 6530));              // another site, ten seconds of its own
+    EXPECT_EQ(Outcome(number, conflict + "Retry"), "again");
+    EXPECT_EQ(Outcome(number, conflict + "Ignore"), "over");  // and at once from now on
+    EXPECT_EQ(Outcome(number, "", 6530), "again");  // another site, ten seconds of its own
     UserCount = 1;
-    EXPECT_FALSE(Retries(number, Title + "*-> Ignore"));
+    EXPECT_EQ(Outcome(number, Title + "*-> Ignore"), "over");
   }
 }
 
