@@ -37,14 +37,14 @@ std::string EmployeeTable() {
        {"YTD_GROSS", "YTD_FIT", "YTD_SIT", "YTD_FICA", "YTD_MEDICR", "YTD_SDI", "YTD_NET"}) {
     table.Field(field, 'N', 10, 2);
   }
-  const auto row = [&](const char* number, const char* name, const char* crew) {
+  const char* const employees[][3] = {{"140", "EVANS RHYS", "1"},
+                                      {"101", "ALVAREZ MARIA", "2"},
+                                      {"125", "CHEN LI", "2"},
+                                      {"130", "DURAND ANNE", "2"},
+                                      {"150", "", "0"}};
+  for (const auto& [number, name, crew] : employees) {
     table.Row({number, name, crew, "100.00", "1.00", "2.00", "3.00", "4.00", "5.00", "6.00"});
-  };
-  row("140", "EVANS RHYS", "1");
-  row("101", "ALVAREZ MARIA", "2");
-  row("125", "CHEN LI", "2");
-  row("130", "DURAND ANNE", "2");
-  row("150", "", "0");
+  }
   return table.Bytes();
 }
 
