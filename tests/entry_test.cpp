@@ -69,15 +69,6 @@ TEST(WriteLine, TurnsTheFormIntoOneLine) {
   }
 }
 
-TEST(WriteLine, RefusesABadEmployeeNumberAlone) {
-  RunningPayroll payroll;
-  const std::string bad = "[!] Ostrel Payroll | Bad employee number! | Ok -> Ok";
-  for (const char* number : {"0", "100000", "ABC", "-5"}) payroll.Save(number, bad);
-  EXPECT_EQ(payroll.Lines(), "");
-  for (const char* number : {"1", "99999"}) payroll.Save(number);
-  EXPECT_EQ(payroll.Fields("EMPL_NUMB"), "1|99999");
-}
-
 TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
   const std::string rate = "[input] Piecework Rate not set | \\rPiecework Rate? | 1.00 -> ";
   const std::string what =
@@ -86,8 +77,14 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
     return std::string("[?] Employee not clocked in | Clock in Empl# ") + empl +
            " at 8:00 am? | YesNoCancel -> ";
   };
+  const std::string bad = "[!] Ostrel Payroll | Bad employee number! | Ok -> Ok";
   const std::string cases[][4] = {
-      {"I", "130|0||LBS|0", "", "130 I 10:42 am"},
+      {"I", "0", bad, ""},
+      {"I", "100000", bad, ""},
+      {"I", "ABC", bad, ""},
+      {"I", "-5", bad, ""},
+      {"I", "1", "", "1 I 10:42 am"},
+      {"I", "99999|0||LBS|0", "", "99999 I 10:42 am"},
       {"O", " 130|0|||0", clockIn("130") + "Yes", "130 O 10:42 am|130 I 08:00 am"},
       {"O", "|0|||0", clockIn("") + "Cancel", ""},
       {"I", "130|10||hrs|Std Rate", rate + "1.5\n" + what + "lbs\n" + clockIn("130") + "Yes",

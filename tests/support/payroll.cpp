@@ -22,14 +22,6 @@ namespace ostrel {
 
 namespace {
 
-std::string ClientTable() {
-  return DbfBuilder()
-      .Field("NAME", 'C', 30)
-      .Field("MIN_WAGE", 'N', 6, 2)
-      .Row({"Sample Ranch", "6.75"})
-      .Bytes();
-}
-
 std::string EmployeeTable() {
   DbfBuilder table;
   table.Field("EMPL_NUMB", 'N', 6).Field("SORT_NAME", 'C', 15).Field("CREW", 'N', 3);
@@ -48,8 +40,6 @@ std::string EmployeeTable() {
   return table.Bytes();
 }
 
-std::string CodeTable() { return DbfBuilder().Field("NUMB", 'N', 6).Row({"1"}).Bytes(); }
-
 void Forget() {
   LoadScanMain();
   ResetAppState();
@@ -62,10 +52,15 @@ Payroll::Payroll() {
   for (const char* folder : {"app", "disk", "config"})
     std::filesystem::create_directory(Folder.Path(folder));
   setenv("XDG_CONFIG_HOME", Folder.Path("config").c_str(), 1);
-  Folder.Write("app/Hvcl1234.dbf", ClientTable());
+  Folder.Write("app/Hvcl1234.dbf", DbfBuilder()
+                                       .Field("NAME", 'C', 30)
+                                       .Field("MIN_WAGE", 'N', 6, 2)
+                                       .Row({"Sample Ranch", "6.75"})
+                                       .Bytes());
   Folder.Write("app/Prms1234.dbf", EmployeeTable());
   for (const char* word : {"Glen", "Glod", "Gleq"}) {
-    Folder.Write("app/" + std::string(word) + "1234.dbf", CodeTable());
+    Folder.Write("app/" + std::string(word) + "1234.dbf",
+                 DbfBuilder().Field("NUMB", 'N', 6).Row({"1"}).Bytes());
   }
   SetExecutable(Folder.Path("app"), "OstrelPayroll");
   SetClock("11/18/04 10:42 am");

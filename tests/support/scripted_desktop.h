@@ -99,6 +99,7 @@ class ScriptedDesktop : public Desktop {
   RecordedPaper& Paper() { return paper_; }
   bool HoldsCtrl = false;
   bool HasViewer = true;
+  std::function<void(Action)> PostTo;  ///< set where a window runs what is posted
 
   BoxAnswer ShowMessageBox(const MessageBoxRequest& request) override {
     static const char* const icons[] = {"[ ] ", "[x] ", "[?] ", "[!] ", "[i] "};
@@ -138,7 +139,9 @@ class ScriptedDesktop : public Desktop {
   void EventPass() override {
     if (onEventPass_) onEventPass_();
   }
-  void Post(std::function<void()> action) override { posted_.push_back(std::move(action)); }
+  void Post(Action action) override {
+    PostTo ? PostTo(std::move(action)) : posted_.push_back(std::move(action));
+  }
   bool CtrlKey() override { return HoldsCtrl; }
   std::string ClipboardText() override { return clipboard_; }
   void SetClipboardText(const std::string& text) override { clipboard_ = text; }
