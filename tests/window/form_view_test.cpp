@@ -244,7 +244,7 @@ TEST_F(FormViewTest, CutCopyAndPasteWhereverTheFocusIs) {
   const auto state = [&] { return memo.Text.Get() + "|" + Desktop.ClipboardText(); };
   Edge.Run([&] { memo.Text = "125"; });
   Focus(memo);
-  Press("End Shift+Left Shift+Left");
+  Press("Alt+Q End Shift+Left Shift+Left");  // nothing answers to the first: it types nothing
   QTest::keyClick(Window->windowHandle(), Qt::Key_Alt, Qt::AltModifier);
   Press("Ctrl+C");
   EXPECT_EQ(state(), "125|25");
@@ -252,8 +252,6 @@ TEST_F(FormViewTest, CutCopyAndPasteWhereverTheFocusIs) {
   EXPECT_EQ(state(), "1|25");
   Press("Ctrl+V Ctrl+V");
   EXPECT_EQ(state(), "12525|25");
-  Press("Alt+Q");
-  EXPECT_EQ(state(), "12525|25") << "an access key that nothing answers to types nothing";
   Press("Ctrl+X");
   EXPECT_EQ(state(), "12525|") << "nothing was selected";
   Focus(txtInput[kEmplBox]);
