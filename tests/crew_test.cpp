@@ -90,9 +90,8 @@ TEST(DayCommands, TakeTheDayAsItIs) {
   RunningPayroll payroll;
   payroll.AddLine("999 I 7:00 am|130 I 6:00 am");
   for (const char* memo : {"entered first", "entered last"}) {  // in the same minute
-    txtInput[kEnterpriseBox].Text = memo == std::string("entered last") ? "2" : "1";
-    txtInput[kMemoBox].Text = memo;
-    payroll.Save("130");
+    Payroll::FillBoxes(std::string("130|0||||2|||") + memo);
+    cmdSave.Press();
   }
   payroll.AddLine("130 O 8:00 am");
   payroll.SetClock("11/18/04 12:30 pm");

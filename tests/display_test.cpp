@@ -75,13 +75,11 @@ TEST(Totals, SayWhatTheStoreHolds) {
   EXPECT_EQ(footers(), "0|0.00|0.00|11/18|0 lines");
   Option1[kPiecework].Value = true;
   txtToday.Text = "All";
-  const char* const cases[][2] = {{"1250", "1250|0.00|1,250.00|All|1 line"},
-                                  {"37.5", "1287.5|0.00|1,287.50|All|2 lines"}};
-  for (const auto& [quantity, totals] : cases) {
-    txtInput[kQuantityBox].Text = quantity;
-    txtInput[kRateBox].Text = "1";
-    txtInput[kQuanDescBox].Text = "BOX";
-    payroll.Save("130");
+  const char* const cases[][2] = {{"130|1250||BOX|1", "1250|0.00|1,250.00|All|1 line"},
+                                  {"130|37.5||BOX|1", "1287.5|0.00|1,287.50|All|2 lines"}};
+  for (const auto& [boxes, totals] : cases) {
+    Payroll::FillBoxes(boxes);
+    cmdSave.Press();
     EXPECT_EQ(footers(), totals);
   }
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "entry/write_line.h"
 #include "frame/app_state.h"
 #include "platform/failure.h"
@@ -21,16 +19,6 @@ TEST(AppendAmPm, MakesATimeOfWhateverWasTyped) {
       {"9 PM", "09:00 pm"}};
   for (const auto& [typed, time] : cases) EXPECT_EQ(AppendAmPm(typed), time) << typed;
   EXPECT_THROW(AppendAmPm("8.75"), Failure);  // there is no minute 75
-}
-
-/// Texts of the boxes from the first on: "130|127.25|9|LBS|.27|12|70|101|CLEAN UP".
-void FillBoxes(const std::string& texts) {
-  std::istringstream all(texts);
-  for (TextBox& box : txtInput) {
-    std::string text;
-    std::getline(all, text, '|');
-    box.Text = text;
-  }
 }
 
 /// I, O or P, as the store has the event.
@@ -61,7 +49,7 @@ TEST(WriteLine, TurnsTheFormIntoOneLine) {
     mnuAutosetTime.Checked = mode.find("auto") != std::string::npos;
     Choose(mode.back());
     txtToday.Text = day;
-    FillBoxes(boxes);
+    Payroll::FillBoxes(boxes);
     WriteValues();
     EXPECT_EQ(payroll.Fields("EMPL_NUMB SORT_NAME ETIME EVENT_TYPE QUANTITY QUAN_DESC RATE GROSS "
                              "ENTERPRISE OPERATION EQUIP_NUMB MEMO HOURS"),
@@ -98,7 +86,7 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
     SCOPED_TRACE(boxes);
     RunningPayroll payroll;
     Choose(event[0]);
-    FillBoxes(boxes);
+    Payroll::FillBoxes(boxes);
     payroll.Desktop.Expect(shown, [] { cmdSave.Press(); });
     EXPECT_EQ(payroll.Lines(), lines);
     EXPECT_EQ(ScanMain.ActiveControl(), &txtInput[kEmplBox]);
@@ -108,7 +96,7 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
 TEST(SaveCommand, OffersTheLastPieceworkWithARate) {
   RunningPayroll payroll;
   payroll.AddLine("130 I 7:00 am|130 P 8:00 am 10 .375|130 P 9:00 am 10 -9");
-  FillBoxes("130|10|||0");
+  Payroll::FillBoxes("130|10|||0");
   payroll.Desktop.Expect("[input] Piecework Rate not set | \\rPiecework Rate? | 0.38 -> ",
                          [] { cmdSave.Press(); });
 }
@@ -139,7 +127,7 @@ TEST(EntryRow, StartsFromTheLastLineOfTheLatestDay) {
     return texts;
   };
   EXPECT_EQ(row(), "0|0|10:42 am|0|0|0|0|0|0|");
-  FillBoxes("130|127.25||LBS|Std Rate|12|70|101|NOTE");
+  Payroll::FillBoxes("130|127.25||LBS|Std Rate|12|70|101|NOTE");
   Option1[kPiecework].Value = true;
   txtToday.Text = "11/17/04";
   WriteValues();

@@ -35,18 +35,14 @@ TEST(ImportFile, CarriesThePlainLayoutInTheReverseOfTheDisplay) {
   RunningPayroll payroll(false);
   payroll.Folder.Write("disk/Pck-1234.asc",
                        "an older and longer file that must be gone afterwards");
-  const char* const lines[][5] = {{"310", "0", "8", "s", ""},
-                                  {"207", "150", "7.5", "12.5", ""},
-                                  {"99", "2", "1", "Std", "[input] Piecework Rate not set*-> -9"},
-                                  {"98", "0", ".25", ".5", ""}};
-  for (const auto& [empl, quantity, hours, rate, shown] : lines) {
-    txtInput[kQuantityBox].Text = quantity;
-    txtInput[kTimeBox].Text = hours;
-    txtInput[kQuanDescBox].Text = "BOX";
-    txtInput[kRateBox].Text = rate;
-    txtInput[kEnterpriseBox].Text = "11";
-    txtInput[kMemoBox].Text = "";
-    payroll.Save(empl, shown);
+  const std::string asked = "[input] Piecework Rate not set*-> -9";
+  const std::string lines[][2] = {{"310|0|8|BOX|s|11", ""},
+                                  {"207|150|7.5|BOX|12.5|11", ""},
+                                  {"99|2|1|BOX|Std|11", asked},
+                                  {"98|0|.25|BOX|.5|11", ""}};
+  for (const auto& [boxes, shown] : lines) {
+    Payroll::FillBoxes(boxes);
+    payroll.Desktop.Expect(shown, [] { cmdSave.Press(); });
   }
   payroll.Choose(mnuEmplOrder);
   payroll.Choose(mnuWriteImportFile, Written(4));

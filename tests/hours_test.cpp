@@ -15,6 +15,7 @@ namespace {
 
 TEST(TimeQuestion, NothingThatIsTypedIsRefused) {
   // Offered, typed, the time that it makes ("unset": the caller's stays), what is offered next.
+
   const std::string cases[][4] = {{"08:00 am", "+15", "08:15 am", "08:00"},
                                   {"08:00 am", "-90", "06:30 am", "08:00"},
                                   {"11:50 pm", "+20", "12:10 am", "23:50"},
@@ -46,9 +47,7 @@ TEST(TimeQuestion, NothingThatIsTypedIsRefused) {
 
 TEST(AutomaticClockIn, StandsOnTheDayWithTheCodesOfTheBoxes) {
   RunningPayroll payroll;
-  txtInput[kEmplBox].Text = "130a";
-  txtInput[kEnterpriseBox].Text = "12";
-  txtInput[kMemoBox].Text = "";
+  Payroll::FillBoxes("130a|||||12");
   txtToday.Text = "11/17/04";
   AutoClockIn("07:15 am");
   AutoClockIn("");

@@ -143,6 +143,15 @@ void Payroll::Fill(TextBox& box, std::string_view text) {
   box.Text = std::string(text);
 }
 
+void Payroll::FillBoxes(const std::string& texts) {
+  std::istringstream all(texts);
+  for (TextBox& box : txtInput) {
+    std::string text;
+    std::getline(all, text, '|');
+    box.Text = text;
+  }
+}
+
 void Payroll::Choose(MenuItem& item) {
   ASSERT_TRUE(item.Visible && item.Enabled) << item.Name;
   ScanMain.Raise(item.Click);

@@ -37,6 +37,8 @@ class Payroll {
   void Keys(std::string_view keys);
   /// Gives the focus to a box, replaces its text and leaves the focus there.
   void Fill(TextBox& box, std::string_view text);
+  /// The row of boxes from the first on: "130|127.25|9|LBS|.27|12|70|101|CLEAN UP".
+  static void FillBoxes(const std::string& texts);
   void Choose(MenuItem& item);  ///< as a click on it; disabled or hidden entries fail the test
   /// The form as it stands saved as a line for an employee.
   void Save(std::string_view employee);
