@@ -21,8 +21,12 @@ class Payroll {
   ScriptedDesktop Desktop;
 
   /// Paths in the application folder and on the office's disk.
-  std::string App(const std::string& name = "") const { return Folder.Path("app/" + name); }
-  std::string Disk(const std::string& name = "") const { return Folder.Path("disk/" + name); }
+  std::string App(std::string_view name = "") const {
+    return Folder.Path("app/" + std::string(name));
+  }
+  std::string Disk(std::string_view name = "") const {
+    return Folder.Path("disk/" + std::string(name));
+  }
   void WriteIni(std::string_view keys);  ///< replaces the program's section
   std::string Ini() const { return Folder.Read("config/Halvane.ini"); }
 
