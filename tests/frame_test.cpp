@@ -53,10 +53,9 @@ TEST(StartUp, EndsBeforeTheStoreIsTouchedWhereATableIsMissing) {
 TEST(FirstRun, ExplainsItselfAndShowsTheManualOnYes) {
   const std::string question =
       "beep\n[?] Orveth Ostrel Payroll Program | Orveth's Ostrel Payroll program lets a foreman "
-      "enter a "
-      "crew's payroll timecard information on a laptop computer in the field.\\rThat data then is "
-      "imported into a computer in the office that is running Halvane Accounting.\\r\\rWould you "
-      "like to view the short manual with more information? | YesNoCancel -> ";
+      "enter a crew's payroll timecard information on a laptop computer in the field.\\rThat data "
+      "then is imported into a computer in the office that is running Halvane Accounting.\\r\\r"
+      "Would you like to view the short manual with more information? | YesNoCancel -> ";
   const std::string cannot = "\n[i] Cannot display the manual on this computer | ";
   const std::string contact = "\\rContact Orveth to have them mail or email a manual to you.";
   const TempFolder app;

@@ -82,8 +82,8 @@ class FormViewTest : public testing::Test {
   }
   static std::string CurrentCell() { return TDBGrid1.CellText(TDBGrid1.Col); }
 
-  Payroll Office;
   EventEdge Edge;
+  Payroll Office;
   ScriptedDesktop& Desktop = Office.Desktop;
   std::unique_ptr<FormView> Window;
 };
@@ -429,13 +429,11 @@ TEST_F(FormViewTest, BoxesStandAboveTheirColumnsAtEveryScale) {
       const QWidget& widget = Window->WidgetOf(*control);
       EXPECT_GE(widget.height(), widget.fontMetrics().height()) << control->Name;
     }
+    Edge.Run(mnuUseTimeClock.Click);
     const QSize before = Lines().size();
     Window->resize(Window->size() + QSize(50, 80));
     QCoreApplication::processEvents();
     EXPECT_EQ(Lines().size(), before + QSize(50, 80));
-    Edge.Run(mnuUseTimeClock.Click);
-    Window->resize(Window->size() + QSize(1, 1));
-    QCoreApplication::processEvents();
     EXPECT_EQ(offsets("Hours"), "15 15 30 18 18 15 15 15 30 ");
     Window.reset();
   }
