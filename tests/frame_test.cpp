@@ -217,8 +217,11 @@ TEST_F(Reporting, GivesALockTenSeconds) {
     ResetFailureReporting();
     UserCount = 2;
     Office.SetClock("11/18/04 11:59:55 pm");
+    int passes = 0;
+    Office.Desktop.OnEventPass([&] { ++passes; });
     EXPECT_EQ(Outcome(number, ""), "again");  // first failure of the site
-    Office.Desktop.PassSeconds(9);            // past midnight, where the clock starts again
+    EXPECT_EQ(passes, 1);
+    Office.Desktop.PassSeconds(9);  // past midnight, where the clock starts again
     EXPECT_EQ(Outcome(number, ""), "again");
     Office.Desktop.PassSeconds(1);
     EXPECT_EQ(Outcome(number, conflict + "Retry"), "again");
@@ -226,6 +229,7 @@ TEST_F(Reporting, GivesALockTenSeconds) {
     EXPECT_EQ(Outcome(number, "", 6530), "again");  // another site, ten seconds of its own
     UserCount = 1;
     EXPECT_EQ(Outcome(number, Title + "*-> Ignore"), "over");
+    Office.Desktop.OnEventPass({});
   }
 }
 
