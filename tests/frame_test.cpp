@@ -1,4 +1,4 @@
-// Start-up, settings and failure reporting.
+// Start-up, the first run, settings and failure reporting.
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,7 @@
 
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "frame/settings.h"
-#include "frame/start_up.h"
+#include "frame/first_run.h"
 #include "platform/files/files.h"
 #include "support/payroll.h"
 
@@ -23,69 +22,93 @@ std::string Line(std::initializer_list<std::string> parts) {
 }
 
 TEST(StartUp, ShowsTheClientAndTheDay) {
-  Payroll payroll;
-  payroll.Start();
+  Payroll payroll;  // the office's names may come in any case; one without a client is passed over
+  fs::rename(payroll.App("Prms1234.dbf"), payroll.App("PRMS1234.DBF"));
+  fs::copy(payroll.App("Hvcl1234.dbf"), payroll.App("Hvcl.dbf"));
+  payroll.Desktop.Expect("", [&] { payroll.Start(); });
   EXPECT_EQ(Line({lblClient.Caption, txtToday.Text, lblToday.Caption, lblMinWage.Caption,
                   lblLineCt.Caption}),
             "1234, Sample Ranch / 11/18/04 / Thursday / 6.75 / 0 lines");
   EXPECT_TRUE(fs::exists(payroll.App("Prin1234.mdb")));
   EXPECT_TRUE(PrinDbOpen && DescDbOpen && mnuClockInACrew.Enabled);
   EXPECT_EQ(ScanMain.ActiveControl(), &txtInput[kEmplBox]);
-  EXPECT_EQ(TDBGrid1.Left + TDBGrid1.ColumnLeft(0), 420);
-  EXPECT_EQ(payroll.Desktop.TakeShown(), "");
   payroll.Save("130");
   payroll.Stop();
-  payroll.Desktop.SetCtrlKey(true);  // rebuilds the index, keeps the lines
-  payroll.Start();
-  EXPECT_EQ(payroll.Lines(), "130 I 10:42 am");
-  EXPECT_EQ(payroll.Desktop.TakeShown(), "");
+  payroll.Desktop.HoldsCtrl = true;  // rebuilds the index, keeps the lines
+  payroll.Desktop.Expect("", [&] { payroll.Start(); });
+  EXPECT_EQ(payroll.Lines() + payroll.Fields("SORT_NAME"), "130 I 10:42 amDURAND ANNE");
 }
 
 TEST(StartUp, EndsBeforeTheStoreIsTouchedWhereATableIsMissing) {
   for (const char* word : {"Prms", "Glen", "Glod", "Gleq"}) {
     Payroll payroll;
-    fs::remove(payroll.App(word + std::string("1234.dbf")));
-    payroll.Desktop.WillAnswer(BoxAnswer::Ok);
-    EXPECT_THROW(payroll.Start(), ProgramEnded);
-    EXPECT_EQ(payroll.Desktop.TakeShown(), "[x] Ostrel Payroll | " +
-                                               payroll.App(word + std::string("1234.dbf")) +
-                                               " not found. | Ok -> Ok");
+    const std::string table = payroll.App(word + std::string("1234.dbf"));
+    fs::remove(table);
+    payroll.Desktop.Expect("[x] Ostrel Payroll | " + table + " not found. | Ok -> Ok",
+                           [&] { EXPECT_THROW(payroll.Start(), ProgramEnded); });
     EXPECT_FALSE(fs::exists(payroll.App("Prin1234.mdb")));
   }
 }
 
-TEST(StartUp, FindsTheTablesInAnyCaseAndPassesOverABareName) {
-  Payroll payroll;
-  fs::rename(payroll.App("Prms1234.dbf"), payroll.App("PRMS1234.DBF"));
-  fs::copy(payroll.App("Hvcl1234.dbf"), payroll.App("Hvcl.dbf"));
-  payroll.Start();
-  EXPECT_EQ(ClientNumb, "1234");
-  payroll.Save("130");
-  EXPECT_EQ(payroll.Fields("SORT_NAME"), "DURAND ANNE");
+TEST(FirstRun, ExplainsItselfAndShowsTheManualOnYes) {
+  const std::string question =
+      "beep\n[?] Orveth Ostrel Payroll Program | Orveth's Ostrel Payroll program lets a foreman "
+      "enter a crew's payroll timecard information on a laptop computer in the field.\\rThat data "
+      "then is imported into a computer in the office that is running Halvane Accounting.\\r\\r"
+      "Would you like to view the short manual with more information? | YesNoCancel -> ";
+  const std::string cannot = "\n[i] Cannot display the manual on this computer | ";
+  const std::string contact = "\\rContact Orveth to have them mail or email a manual to you.";
+  const TempFolder app;
+  SetExecutable(app.Path(), "OstrelPayroll");
+  const std::string manual = app.Path("manual.html");
+  const std::pair<std::string, std::string> cases[] = {
+      {"manual viewer", "No"},
+      {"manual viewer", "Cancel"},
+      {"manual viewer", "Yes\n[document] " + manual},
+      {"viewer", "Yes" + cannot + manual + "\\rManual not found, either reinstall programs or" +
+                     contact + " | Ok -> Ok"},
+      {"manual",
+       "Yes\n[document] " + manual + cannot +
+           "Microsoft Word program not installed on this computer so cannot display the ostrel "
+           "payroll manual." +
+           contact + " (The manual is also here, for any web browser: " + manual + ") | Ok -> Ok"},
+  };
+  for (const auto& [has, shown] : cases) {
+    SCOPED_TRACE(shown);
+    ScriptedDesktop desktop;
+    std::filesystem::remove(manual);
+    if (has.starts_with("manual")) app.Write("manual.html", "<p>Manual</p>");
+    const std::string before = app.Contents();
+    desktop.HasViewer = has.ends_with("viewer");
+    desktop.RecordSignals();
+    bool ended = false;
+    desktop.Expect(question + shown, [&] {
+      try {
+        ExitWShowManual();
+      } catch (const ProgramEnded&) {
+        ended = true;
+      }
+    });
+    EXPECT_EQ(ended, shown != "No");
+    EXPECT_EQ(app.Contents(), before);
+  }
+  SetExecutable({}, {});
 }
 
-TEST(StartUp, RefusesAStoreThatIsNotOursAndLeavesItAlone) {
-  const struct {
-    const char* what;
-    std::string content;
-    const char* number;
-  } cases[] = {{"empty", "", "(Err#3343)"}, {"text", std::string(5000, 'x'), "(Err#3343)"}};
-  for (const auto& test : cases) {
-    SCOPED_TRACE(test.what);
-    Payroll payroll;
-    payroll.Folder.Write("app/Prin1234.mdb", test.content);
-    payroll.Desktop.WillAnswer(BoxAnswer::Abort);
-    EXPECT_THROW(payroll.Start(), ProgramEnded);
-    EXPECT_NE(payroll.Desktop.TakeShown().find(test.number), std::string::npos);
-    EXPECT_EQ(payroll.Folder.Read("app/Prin1234.mdb"), test.content);
-  }
+#ifndef _WIN32
+TEST(FirstRun, WaitsForAProgramAndTakesItsExitCode) {
+  const TempFolder folder;
+  const std::string file = folder.Path("done file");
+  EXPECT_EQ(RunAndWait("echo done > \"" + file + "\"; exit 7"), 7);
+  EXPECT_EQ(folder.Read("done file"), "done\n");
+  EXPECT_EQ(RunAndWait("kill -TERM $$"), 128 + 15);
+  EXPECT_THROW(RunAndWait("/no/such/program"), Failure);
+  EXPECT_EQ(ShortPathOf(file), file);
 }
+#endif
 
 TEST(Settings, AreReadAsTheOfficesFileHasThem) {
-  const struct {
-    const char* keys;
-    const char* state;  // clock-in, clock-out, layout, autoset, comment
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"", "8:00 am / 5:00 pm / plain / auto / Crew#2"},
       {"UseTimeClock=True\r\nAutosetTime=False\r\nComments=Crew#7\r\n",
        "8:00 am / 5:00 pm / clock / hand / Crew#7"},
@@ -94,14 +117,14 @@ TEST(Settings, AreReadAsTheOfficesFileHasThem) {
       {"Default Clock Out=06/14/04 4 pm\r\nComments=\r\n",
        "8:00 am / 04:00 pm / plain / auto / Crew#2"},
   };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(test.keys);
+  for (const auto& [keys, state] : cases) {
+    SCOPED_TRACE(keys);
     Payroll payroll;
-    payroll.WriteIni(test.keys);
+    payroll.WriteIni(keys);
     payroll.Start();
     EXPECT_EQ(Line({DefaultClockIn, DefaultClockOut, mnuUseTimeClock.Checked ? "clock" : "plain",
                     mnuAutosetTime.Checked ? "auto" : "hand", txtComments.Text}),
-              test.state);
+              state);
     EXPECT_EQ(CurTimeCtl1.Visible.Get(), mnuAutosetTime.Checked.Get());
     EXPECT_EQ(lblClockOff.Visible.Get(), !mnuAutosetTime.Checked);
     EXPECT_EQ(mnuDefaultClockIn.Caption.Get(), "Default Clock In=" + DefaultClockIn);
@@ -109,158 +132,126 @@ TEST(Settings, AreReadAsTheOfficesFileHasThem) {
 }
 
 TEST(Settings, ComeBackAfterTheFormCloses) {
-  Payroll payroll;
-  payroll.Start();
-  const struct {
-    MenuItem& menu;
-    const char* answer;
-    BoxAnswer half;  // Ok: not asked
-    const char* caption;
-  } cases[] = {
-      {mnuDefaultClockIn, "8", BoxAnswer::Ok, "Default Clock In=8:00 am"},
-      {mnuDefaultClockIn, "06/14/04", BoxAnswer::Ok, "Default Clock In=8:00 am"},
-      {mnuDefaultClockIn, "2:30 pm", BoxAnswer::Ok, "Default Clock In=02:30 pm"},
-      {mnuDefaultClockIn, "8:00", BoxAnswer::Yes, "Default Clock In=08:00 am"},
-      {mnuDefaultClockOut, "5:00", BoxAnswer::No, "Default Clock Out=05:00 am"},
-      {mnuDefaultClockOut, "5:00", BoxAnswer::Yes, "Default Clock Out=05:00 pm"},
+  RunningPayroll payroll;
+  const std::string half = "\n[?] 'am' or 'pm' not specified | ";
+  const std::string cases[][3] = {
+      {"In", "8:00 am -> 8", "8:00 am"},
+      {"In", "8:00 am -> 06/14/04", "8:00 am"},
+      {"In", "8:00 am -> 2:30 pm", "02:30 pm"},
+      {"In", "02:30 pm -> 8:00" + half + "8:00 am? | YesNo -> Yes", "08:00 am"},
+      {"Out", "5:00 pm -> 5:00" + half + "5:00 pm? | YesNo -> No", "05:00 am"},
+      {"Out", "05:00 am -> 5:00" + half + "5:00 pm? | YesNo -> Yes", "05:00 pm"},
   };
-  for (const auto& test : cases) {
-    payroll.Desktop.WillType(test.answer);
-    if (test.half != BoxAnswer::Ok) payroll.Desktop.WillAnswer(test.half);
-    payroll.Choose(test.menu);
-    EXPECT_EQ(test.menu.Caption.Get(), test.caption);
+  for (const auto& [which, shown, time] : cases) {
+    MenuItem& menu = which == "In" ? mnuDefaultClockIn : mnuDefaultClockOut;
+    payroll.Choose(menu, "[input] Set Default Clock " + which + " Time | \\rDefault Clock " +
+                             which + " Time? | " + shown);
+    EXPECT_EQ(menu.Caption.Get(), "Default Clock " + which + "=" + time);
   }
-  EXPECT_EQ(payroll.Desktop.Shown().back(),
-            "[?] 'am' or 'pm' not specified | 5:00 pm? | YesNo -> Yes");
-  EXPECT_EQ(payroll.Desktop.Shown().front(),
-            "[input] Set Default Clock In Time | \\rDefault Clock In Time? | 8:00 am -> 8");
   payroll.Choose(mnuAutosetTime);
   txtComments.Text = "Crew#3 north";
   payroll.Stop();
-  EXPECT_EQ(
-      payroll.Ini(),
-      "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() +
-          "\r\nUseTimeClock=True\r\nDefault Clock In=08:00 am\r\nDefault Clock Out=05:00 pm\r\n"
-          "AutosetTime=False\r\nComments=Crew#3 north\r\n");
+  EXPECT_EQ(payroll.Ini(),
+            "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() +
+                "\r\nUseTimeClock=True\r\nDefault Clock In=08:00 am\r\n"
+                "Default Clock Out=05:00 pm\r\nAutosetTime=False\r\nComments=Crew#3 north\r\n");
 }
 
-struct Report {
-  std::int16_t Answer = 7;
-  std::string Shown, Log;
+class Reporting : public testing::Test {
+ protected:
+  /// Reports a failure to an operator who sees and answers as told.
+  ///   returns  what becomes of the statement
+  std::string Outcome(std::int32_t number, const std::string& shown, std::int32_t line = 6520) {
+    std::string message = "Duplicate value.", outcome;
+    Office.Desktop.Expect(shown, [&] {
+      try {
+        std::int16_t answer = 7;
+        DisplayErrMessage(number, message, line, "WriteValues", ScannerModule, answer);
+        outcome = answer == -1 ? "again" : answer == 0 ? "over" : "unanswered";
+      } catch (const ProgramEnded&) {
+        outcome = "end";
+      }
+    });
+    return outcome;
+  }
+  std::string Log() const { return Office.Folder.Read("app/Errors.Log"); }
+
+  RunningPayroll Office;
+  const std::string Title = "[!] PROGRAM or DATA ERROR: PHONE SUPPORT - NOW!! | ";
 };
 
-Report Reported(Payroll& payroll, std::int32_t number, const char* routine = "WriteValues",
-                std::int32_t line = 6520) {
-  std::string message = "Duplicate value.";
-  Report report;
-  DisplayErrMessage(number, message, line, routine, ScannerModule, report.Answer);
-  report.Shown = payroll.Desktop.TakeShown();
-  report.Log = payroll.Folder.Read("app/Errors.Log");
-  return report;
+TEST_F(Reporting, SaysAndLogsWhatHappenedToTheBlank) {
+  Office.Folder.Write(std::string("app/OstrelPayroll") + kExecutableExtension, "");
+  const std::string app = Office.App(), cut = "\\r";
+  const std::string where =
+      "   Client# 1234  in " + app.substr(0, app.size() - 1) + "  on 11/18/2004 10:42:00 AM *Opr ";
+  const std::string site = ") in Line# 6520 in routine 'WriteValues' in module 'Scanner'";
+  const std::string version = "   (" + app + "OstrelPayroll" + kExecutableExtension +
+                              " Tq4 version dated: */20*) | AbortRetryIgnore -> ";
+  const std::string rights =
+      "If you are trying to create a new company on a network drive, you must have 'SUPERVISOR' "
+      "rights.";
+  const std::string indexes = "Do Tools!Rebuild Indexes to correct the problem.";
+  const std::string cases[][5] = {{"3022", "", "Retry", "again", "Retried Error"},
+                                  {"75", rights, "Ignore", "over", "Ignored Error"},
+                                  {"3274", indexes, "Abort", "end", "Aborted Job"}};
+  std::string log;
+  for (const auto& [number, hint, answer, outcome, noted] : cases) {
+    const std::string message = "Duplicate value. (Err#" + number + site;
+    EXPECT_EQ(Outcome(std::stoi(number),
+                      Title + message + (hint.empty() ? "" : cut + hint) + version + answer),
+              outcome);
+    log += message + "\r\n" + (hint.empty() ? "" : "   " + hint + "\r\n") + where + noted + "\r\n";
+    EXPECT_EQ(Log(), log);
+  }
+  EXPECT_EQ(Outcome(16, ""), "over");
+  EXPECT_EQ(Log(), log);
 }
 
-TEST(FailureReporting, SaysAndLogsWhatHappenedToTheBlank) {
-  Payroll payroll;
-  payroll.Start();
-  payroll.Folder.Write(std::string("app/OstrelPayroll") + kExecutableExtension, "");
-  const std::string where = "   Client# 1234  in " +
-                            payroll.App("").substr(0, payroll.App("").size() - 1) +
-                            "  on 11/18/2004 10:42:00 AM";
-  const std::string message =
-      "Duplicate value. (Err#3022) in Line# 6520 in routine 'WriteValues' in module 'Scanner'";
-  payroll.Desktop.WillAnswer(BoxAnswer::Retry);
-  Report report = Reported(payroll, 3022);
-  EXPECT_EQ(report.Answer, -1);
-  EXPECT_EQ(report.Log, message + "\r\n" + where + " *Opr Retried Error\r\n");
-  EXPECT_TRUE(report.Shown.starts_with("[!] PROGRAM or DATA ERROR: PHONE SUPPORT - NOW!! | " +
-                                       message + "   (" + payroll.App("OstrelPayroll") +
-                                       " Tq4 version dated: "))
-      << report.Shown;
-  EXPECT_TRUE(report.Shown.ends_with(") | AbortRetryIgnore -> Retry"));
-
-  fs::remove(payroll.App("Errors.Log"));
-  payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
-  report = Reported(payroll, 75);
-  EXPECT_EQ(report.Answer, 0);
-  EXPECT_EQ(
-      report.Log,
-      "Duplicate value. (Err#75) in Line# 6520 in routine 'WriteValues' in module 'Scanner'\r\n"
-      "   If you are trying to create a new company on a network drive, you must have 'SUPERVISOR' "
-      "rights.\r\n" +
-          where + " *Opr Ignored Error\r\n");
-
-  payroll.Desktop.WillAnswer(BoxAnswer::Abort);
-  EXPECT_THROW(Reported(payroll, -3274), ProgramEnded);
-  EXPECT_TRUE(payroll.Folder.Read("app/Errors.Log").ends_with(where + " *Opr Aborted Job\r\n"));
-}
-
-TEST(FailureReporting, PassesOverNumberSixteen) {
-  Payroll payroll;
-  payroll.Start();
-  const Report report = Reported(payroll, 16);
-  EXPECT_EQ(report.Answer, 0);
-  EXPECT_EQ(report.Shown + report.Log, "");
-}
-
-TEST(FailureReporting, GivesALockTenSeconds) {
-  Payroll payroll;
-  payroll.Start();
+TEST_F(Reporting, GivesALockTenSeconds) {
+  const std::string conflict =
+      "[!] Multiuser operation conflict. | Data locked (being used exclusively) by another user. "
+      "Duplicate value.*-> ";
   for (const std::int32_t number : {70, 725, 3008, 3020, 3043, 3186, 3218, 3260}) {
     SCOPED_TRACE(number);
     ResetFailureReporting();
     UserCount = 2;
-    payroll.SetClock("11/18/04 11:59:55 pm");
-    EXPECT_EQ(Reported(payroll, number).Answer, -1);  // first failure of the site
-    payroll.Desktop.PassSeconds(9);                   // past midnight, where the clock starts again
-    EXPECT_EQ(Reported(payroll, number).Shown, "");
-    payroll.Desktop.PassSeconds(1);
-    payroll.Desktop.WillAnswer(BoxAnswer::Retry);
-    EXPECT_TRUE(Reported(payroll, number)
-                    .Shown.starts_with("[!] Multiuser operation conflict. | Data locked (being "
-                                       "used exclusively) by another user. Duplicate"));
-    payroll.Desktop.WillAnswer(BoxAnswer::Ignore);  // and at once from now on
-    EXPECT_NE(Reported(payroll, number, "WriteValues").Shown, "");
-    EXPECT_EQ(Reported(payroll, number, "WriteValues", 6530).Shown,
-              "");  // another site, ten seconds of its own
+    Office.SetClock("11/18/04 11:59:55 pm");
+    int passes = 0;
+    Office.Desktop.OnEventPass([&] { ++passes; });
+    EXPECT_EQ(Outcome(number, ""), "again");  // first failure of the site
+    EXPECT_EQ(passes, 1);
+    Office.Desktop.PassSeconds(9);  // past midnight, where the clock starts again
+    EXPECT_EQ(Outcome(number, ""), "again");
+    Office.Desktop.PassSeconds(1);
+    EXPECT_EQ(Outcome(number, conflict + "Retry"), "again");
+    EXPECT_EQ(Outcome(number, conflict + "Ignore"), "over");  // and at once from now on
+    EXPECT_EQ(Outcome(number, "", 6530), "again");  // another site, ten seconds of its own
     UserCount = 1;
-    payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
-    EXPECT_TRUE(Reported(payroll, number).Shown.starts_with("[!] PROGRAM or DATA ERROR"));
+    EXPECT_EQ(Outcome(number, Title + "*-> Ignore"), "over");
+    Office.Desktop.OnEventPass({});
   }
-  EXPECT_GT(payroll.Desktop.EventPasses(), 0);
 }
 
-TEST(FailureReporting, ReachesTheOperatorWhereTheLogCannotBeWritten) {
-  Payroll payroll;
-  payroll.Start();
-  fs::create_directory(payroll.App("Errors.Log"));
-  payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
-  testing::internal::CaptureStderr();
-  constexpr FailureTail statement{ScannerModule, "cmdSave_Click"};
-  statement(310, [] { throw Failure(3022, "Duplicate value."); });
-  EXPECT_EQ(payroll.Desktop.Shown().size(), 1U);
-  EXPECT_NE(testing::internal::GetCapturedStderr().find("*Opr Ignored Error"), std::string::npos);
-}
-
-TEST(FailureReporting, TurnsEveryFaultIntoAReport) {
-  Payroll payroll;
-  payroll.Start();
-  const struct {
-    std::function<void()> fault;
-    const char* number;
-  } cases[] = {{[] { throw std::bad_alloc(); }, "(Err#7)"},
-               {[] { (void)std::string().at(3); }, "(Err#9)"},
-               {[] { throw std::logic_error("broken"); }, "(Err#51)"}};
-  for (const auto& test : cases) {
+TEST_F(Reporting, TurnsEveryFaultIntoAReportEvenWithoutALog) {
+  fs::create_directory(Office.App("Errors.Log"));
+  const std::pair<std::function<void()>, std::string> cases[] = {
+      {[] { throw std::bad_alloc(); }, "(Err#7)"},
+      {[] { (void)std::string().at(3); }, "(Err#9)"},
+      {[] { throw std::logic_error("broken"); }, "(Err#51)"}};
+  for (const auto& [fault, number] : cases) {
     constexpr FailureTail statement{ScannerModule, "cmdSave_Click"};
     int runs = 0;
-    payroll.Desktop.WillAnswer(BoxAnswer::Retry);
-    payroll.Desktop.WillAnswer(BoxAnswer::Ignore);
-    statement(310, [&] {
-      ++runs;
-      test.fault();
+    const std::string report = "[!]*" + number + " in Line# 310 in routine 'cmdSave_Click'*-> ";
+    testing::internal::CaptureStderr();
+    Office.Desktop.Expect(report + "Retry\n" + report + "Ignore", [&] {
+      statement(310, [&] {
+        ++runs;
+        fault();
+      });
     });
     EXPECT_EQ(runs, 2);
-    EXPECT_NE(payroll.Desktop.TakeShown().find(test.number), std::string::npos);
+    EXPECT_TRUE(testing::internal::GetCapturedStderr().ends_with("*Opr Ignored Error\r\n"));
   }
 }
 

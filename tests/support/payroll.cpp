@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -21,14 +22,6 @@ namespace ostrel {
 
 namespace {
 
-std::string ClientTable() {
-  return DbfBuilder()
-      .Field("NAME", 'C', 30)
-      .Field("MIN_WAGE", 'N', 6, 2)
-      .Row({"Sample Ranch", "6.75"})
-      .Bytes();
-}
-
 std::string EmployeeTable() {
   DbfBuilder table;
   table.Field("EMPL_NUMB", 'N', 6).Field("SORT_NAME", 'C', 15).Field("CREW", 'N', 3);
@@ -36,18 +29,16 @@ std::string EmployeeTable() {
        {"YTD_GROSS", "YTD_FIT", "YTD_SIT", "YTD_FICA", "YTD_MEDICR", "YTD_SDI", "YTD_NET"}) {
     table.Field(field, 'N', 10, 2);
   }
-  const auto row = [&](const char* number, const char* name, const char* crew) {
+  const char* const employees[][3] = {{"140", "EVANS RHYS", "1"},
+                                      {"101", "ALVAREZ MARIA", "2"},
+                                      {"125", "CHEN LI", "2"},
+                                      {"130", "DURAND ANNE", "2"},
+                                      {"150", "", "0"}};
+  for (const auto& [number, name, crew] : employees) {
     table.Row({number, name, crew, "100.00", "1.00", "2.00", "3.00", "4.00", "5.00", "6.00"});
-  };
-  row("140", "EVANS RHYS", "1");
-  row("101", "ALVAREZ MARIA", "2");
-  row("125", "CHEN LI", "2");
-  row("130", "DURAND ANNE", "2");
-  row("150", "", "0");
+  }
   return table.Bytes();
 }
-
-std::string CodeTable() { return DbfBuilder().Field("NUMB", 'N', 6).Row({"1"}).Bytes(); }
 
 void Forget() {
   LoadScanMain();
@@ -61,10 +52,15 @@ Payroll::Payroll() {
   for (const char* folder : {"app", "disk", "config"})
     std::filesystem::create_directory(Folder.Path(folder));
   setenv("XDG_CONFIG_HOME", Folder.Path("config").c_str(), 1);
-  Folder.Write("app/Hvcl1234.dbf", ClientTable());
+  Folder.Write("app/Hvcl1234.dbf", DbfBuilder()
+                                       .Field("NAME", 'C', 30)
+                                       .Field("MIN_WAGE", 'N', 6, 2)
+                                       .Row({"Sample Ranch", "6.75"})
+                                       .Bytes());
   Folder.Write("app/Prms1234.dbf", EmployeeTable());
   for (const char* word : {"Glen", "Glod", "Gleq"}) {
-    Folder.Write("app/" + std::string(word) + "1234.dbf", CodeTable());
+    Folder.Write("app/" + std::string(word) + "1234.dbf",
+                 DbfBuilder().Field("NUMB", 'N', 6).Row({"1"}).Bytes());
   }
   SetExecutable(Folder.Path("app"), "OstrelPayroll");
   SetClock("11/18/04 10:42 am");
@@ -76,19 +72,10 @@ Payroll::~Payroll() {
   SetExecutable({}, {});
 }
 
-std::string Payroll::App(std::string_view name) const {
-  return Folder.Path("app/" + std::string(name));
-}
-std::string Payroll::Disk(std::string_view name) const {
-  return Folder.Path("disk/" + std::string(name));
-}
-
 void Payroll::WriteIni(std::string_view keys) {
   Folder.Write("config/Halvane.ini",
                "[Ostrel Remote]\r\nRemote Files Floppy=" + Disk() + "\r\n" + std::string(keys));
 }
-
-std::string Payroll::Ini() const { return Folder.Read("config/Halvane.ini"); }
 
 void Payroll::Start(bool timeClock) {
   if (!timeClock) WriteIni("UseTimeClock=False\r\n");
@@ -113,25 +100,23 @@ void Payroll::Keys(std::string_view keys) {
 
 namespace {
 
-int KeyCodeOf(char character) {
-  if (character == '<') return key::kLeft;
-  if (character == '>') return key::kRight;
-  return static_cast<unsigned char>(character);
+int KeyCodeOf(char pressed) {
+  if (pressed == '<') return key::kLeft;
+  return pressed == '>' ? key::kRight : static_cast<unsigned char>(pressed);
 }
 
 /// The usual effect of a key in a text box, as an editor has it.
 void TakeInto(TextBox& box, char pressed, int keyAscii) {
-  const int caret = box.SelStart;
-  if (pressed == '<') return box.Typed(box.Text, std::max(0, caret - 1), 0);
-  if (pressed == '>')
-    return box.Typed(box.Text, std::min(caret + 1, static_cast<int>(box.Text.Get().size())), 0);
-  if (keyAscii == '\b') {
-    if (caret == 0) return;
-    std::string text = box.Text;
-    text.erase(static_cast<std::size_t>(caret) - 1, 1);
-    return box.Typed(text, caret - 1, 0);
+  const int caret = box.SelStart, end = static_cast<int>(box.Text.Get().size());
+  if (pressed == '<' || pressed == '>') {
+    box.Typed(box.Text, std::clamp(pressed == '<' ? caret - 1 : caret + 1, 0, end), 0);
+  } else if (keyAscii == '\b' && caret > 0) {
+    const std::string text = box.Text;
+    const auto at = static_cast<std::size_t>(caret);
+    box.Typed(text.substr(0, at - 1) + text.substr(at), caret - 1, 0);
+  } else if (keyAscii >= ' ') {
+    box.SetSelText(std::string(1, static_cast<char>(keyAscii)));
   }
-  if (keyAscii >= ' ') box.SetSelText(std::string(1, static_cast<char>(keyAscii)));
 }
 
 }  // namespace
@@ -140,12 +125,12 @@ void Payroll::Key(char pressed) {
   Control* const focused = ScanMain.ActiveControl();
   auto* control = dynamic_cast<KeyControl*>(focused);
   if (pressed == '\t' || control == nullptr) return ScanMain.FocusNext(true);
+  int keyAscii = pressed == '<' || pressed == '>' ? 0 : static_cast<unsigned char>(pressed);
+  const bool arrow = keyAscii == 0;
   if (control->KeyDown) ScanMain.Raise([&] { control->KeyDown(KeyCodeOf(pressed), 0); });
   if (ScanMain.ActiveControl() != focused) return;
-  int keyAscii = static_cast<unsigned char>(pressed);
-  const bool makesCharacter = pressed != '<' && pressed != '>';
-  if (makesCharacter && control->KeyPress) ScanMain.Raise([&] { control->KeyPress(keyAscii); });
-  if (ScanMain.ActiveControl() != focused || (makesCharacter && keyAscii == 0)) return;
+  if (!arrow && control->KeyPress) ScanMain.Raise([&] { control->KeyPress(keyAscii); });
+  if (ScanMain.ActiveControl() != focused || (!arrow && keyAscii == 0)) return;
   if (auto* button = dynamic_cast<Button*>(control)) {
     if (pressed == '\r' || pressed == ' ') button->Press();
   } else if (auto* box = dynamic_cast<TextBox*>(control)) {
@@ -156,6 +141,15 @@ void Payroll::Key(char pressed) {
 void Payroll::Fill(TextBox& box, std::string_view text) {
   if (box.CanTakeFocus()) box.SetFocus();
   box.Text = std::string(text);
+}
+
+void Payroll::FillBoxes(const std::string& texts) {
+  std::istringstream all(texts);
+  for (TextBox& box : txtInput) {
+    std::string text;
+    std::getline(all, text, '|');
+    box.Text = text;
+  }
 }
 
 void Payroll::Choose(MenuItem& item) {
@@ -170,37 +164,43 @@ void Payroll::Save(std::string_view employee) {
   Desktop.RunPosted();
 }
 
-void Payroll::AddLine(std::string_view line) {
-  std::istringstream words{std::string(line)};
-  std::string empl, kind, time, half;
-  words >> empl >> kind >> time >> half;
-  LinesRs.AddNew();
-  LinesRs["EMPL_NUMB"] = empl;
-  LinesRs["EVENT_TYPE"] = kind;
-  LinesRs["ETIME"] = txtToday.Text.Get() + " " + time + " " + half;
-  double quantity = 0, rate = 0;
-  words >> quantity >> rate;
-  LinesRs["QUANTITY"] = quantity;
-  LinesRs["RATE"] = rate;
-  LinesRs.Update();
+void Payroll::AddLine(const std::string& lines) {
+  std::istringstream all(lines);
+  for (std::string line; std::getline(all, line, '|');) {
+    std::istringstream words(line);
+    std::string empl, kind, time, half;
+    words >> empl >> kind >> time >> half;
+    LinesRs.AddNew();
+    LinesRs["EMPL_NUMB"] = empl;
+    LinesRs["EVENT_TYPE"] = kind;
+    LinesRs["ETIME"] = txtToday.Text.Get() + " " + time + " " + half;
+    double quantity = 0, rate = 0;
+    words >> quantity >> rate;
+    LinesRs["QUANTITY"] = quantity;
+    LinesRs["RATE"] = rate;
+    LinesRs.Update();
+  }
 }
 
 namespace {
 
-std::string Shown(const Recordset& line, const char* field, const char* before,
-                  const char* behind) {
-  const Value value = line[field];
-  return value.IsNull() ? std::string() : before + value.ToText() + behind;
-}
-
 std::string LineText(const Recordset& line) {
-  std::string text = Shown(line, "EMPL_NUMB", "", " ") + Shown(line, "EVENT_TYPE", "", " ") +
-                     Format(line["ETIME"].Get(), "hh:mm am/pm");
+  std::string text;
+  const auto add = [&](const char* before, const char* field, const char* behind) {
+    const Value value = line[field];
+    if (!value.IsNull()) text += before + value.ToText() + behind;
+  };
+  add("", "EMPL_NUMB", " ");
+  add("", "EVENT_TYPE", " ");
+  text += Format(line["ETIME"].Get(), "hh:mm am/pm");
   if (line["QUANTITY"].Get().NumberOrZero() != 0) {
-    text += Shown(line, "QUANTITY", " ", "") + Shown(line, "RATE", "x", "") +
-            Shown(line, "GROSS", "=", "");
+    add(" ", "QUANTITY", "");
+    add("x", "RATE", "");
+    add("=", "GROSS", "");
   }
-  return text + Shown(line, "HOURS", " ", "h") + Shown(line, "HOUR_GROSS", " ", "/h");
+  add(" ", "HOURS", "h");
+  add(" ", "HOUR_GROSS", "/h");
+  return text;
 }
 
 template <class Render>

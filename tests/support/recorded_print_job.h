@@ -2,10 +2,13 @@
 
 // Paper of the tests: what was drawn on which page, and where.
 
-#include <memory>
+#include <gtest/gtest.h>
+
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "platform/failure.h"
 #include "platform/print_job.h"
 
 namespace ostrel {
@@ -19,15 +22,22 @@ struct RecordedText {
 
 struct RecordedPage {
   std::vector<RecordedText> Texts;
-  std::vector<Place> Rules, Boxes;
+  std::vector<Place> Rules;
 
   /// A line per height on the page, its texts parted by "|".
-  std::string Lines() const;
+  std::string Lines() const {
+    std::string lines;
+    for (std::size_t i = 0; i < Texts.size(); ++i) {
+      if (i > 0) lines += Texts[i].Where.Top == Texts[i - 1].Where.Top ? '|' : '\n';
+      lines += Texts[i].Text;
+    }
+    return lines;
+  }
 };
 
 struct RecordedDocument {
   std::string Name, Folder;
-  std::vector<RecordedPage> Pages;
+  std::vector<RecordedPage> Pages = {};
   bool Finished = false;
 };
 
@@ -41,15 +51,26 @@ struct RecordedPaper {
 
 class RecordedPrintJob : public PrintJob {
  public:
-  RecordedPrintJob(RecordedPaper& paper, const PrintJobRequest& request);
+  RecordedPrintJob(RecordedPaper& paper, const PrintJobRequest& request)
+      : paper_(paper), document_{request.Name, request.Folder} {}
 
   SheetSize PageSize() const override { return paper_.Sheet; }
   void NewPage() override { document_.Pages.emplace_back(); }
-  void DrawText(const PrintedText& text) override;
+  void DrawText(const PrintedText& text) override {
+    document_.Pages.back().Texts.push_back(
+        {text.Where, std::string(text.Text), text.Align, text.Whole});
+  }
   void DrawRule(const Place& where) override { document_.Pages.back().Rules.push_back(where); }
-  void FillBox(const Place& where) override { document_.Pages.back().Boxes.push_back(where); }
+  void FillBox(const Place& /*where*/) override {}
   void Finish() override { document_.Finished = true; }
-  std::string EndDoc() override;
+  std::string EndDoc() override {
+    EXPECT_TRUE(document_.Finished) << "a document was handed over before it was whole";
+    if (!paper_.FailsOnce.empty()) {
+      throw Failure(failure_number::kPrinter, std::exchange(paper_.FailsOnce, {}));
+    }
+    paper_.Documents.push_back(document_);
+    return paper_.PrinterInstalled ? "" : document_.Folder + "/" + document_.Name + ".pdf";
+  }
 
  private:
   RecordedPaper& paper_;

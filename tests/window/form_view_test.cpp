@@ -1,532 +1,461 @@
+// The program's own form on the real window, driven by keys and clicks.
+
 #include "platform/qt/form_view.h"
 
 #include <gtest/gtest.h>
 
-#include <QClipboard>
 #include <QDialog>
 #include <QInputMethodEvent>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 
 #include "frame/app_state.h"
-#include "frame/failure_reporting.h"
-#include "platform/forms/data_control.h"
-#include "platform/forms/grid.h"
+#include "platform/failure.h"
 #include "platform/qt/grid_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
-#include "store/timecard_store.h"
-#include "support/temp_folder.h"
+#include "support/payroll.h"
 #include "window/qt_application.h"
 
 namespace ostrel {
 namespace {
 
-constexpr Alignment kLeft = Alignment::Left, kRight = Alignment::Right;
-
-/// A small form with one control of each kind. What happens goes into `log`.
 class FormViewTest : public testing::Test {
  protected:
-  FormViewTest() {
+  void Open(bool timeClock = true, double factor = 1) {
     TheApplication();
-    SetDesktop(&desktop);
-    form.Design("Test", 9000, 6000);
-    Add(mark, "mark", "", {1900, 0, 1000, 500}, -1);
-    Add(first, "first", "125", {420, 60, 600, 285}, 0);
-    Add(second, "second", "abc", {1035, 60, 780, 285}, 1);
-    Add(save, "save", "&Save", {2000, 60, 900, 400}, 2);
-    Add(kinds, "kinds", "Event", {3000, 0, 1500, 900}, -1);
-    Add(in, "in", "&In", {30, 200, 700, 240}, 3, &kinds);
-    Add(out, "out", "&Out", {30, 450, 700, 240}, 4, &kinds);
-    Add(check, "check", "Std &Hrly", {4600, 100, 1200, 150}, 5);
-    Add(count, "count", "12 Lines", {5900, 100, 900, 180}, -1);
-    Add(grid, "grid", "", {150, 1000, 8700, 4500}, 6);
-    Add(data, "data", "", {400, 5500, 1155, 345}, -1);
-    AddMenus();
-    Tie(first);
-    Tie(second);
-    save.Click = [this] { log += "save "; };
-    save.KeyPress = [this](int& code) {
-      if (code == key::kEscape) second.SetFocus();
-    };
-    in.Click = [this] { log += "in "; };
-    out.Click = [this] { log += "out "; };
-    check.Click = [this] { log += "check "; };
-    form.OnFailure = [this](const std::exception& failure) {
-      log += std::to_string(AsFailure(failure).Number) + " ";
-      return false;
-    };
-  }
-  ~FormViewTest() override {
-    view.reset();
-    ResetAppState();
-    SetDesktop(nullptr);
+    Office.Start(timeClock);
+    Office.Desktop.PostTo = [this](auto action) { Edge.Post(std::move(action)); };
+    Window = std::make_unique<FormView>(ScanMain, Edge, factor);
+    Edge.Run([] { ScanMain.Changed(); });
+    Window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
   }
 
-  void Add(Control& control, const char* name, const char* text, Place place, int tab,
-           Control* container = nullptr) {
-    control.Design(name, text, place);
-    control.TabIndex.Put(tab);
-    form.Add(control, container);
-  }
-
-  void AddMenus() {
-    options.Design("options", "&Options", {});
-    all.Design("all", "All Dates", {});
-    all.Shortcut = "Ctrl+A";
-    all.Click = [this] {
-      log += "all ";
-      all.Checked = !all.Checked;
-    };
-    paste.Design("paste", "Paste", {});
-    paste.Shortcut = "Ctrl+V";
-    paste.Click = [this] { form.ActiveControl()->SetSelText(desktop.ClipboardText()); };
-    form.AddMenu(options);
-    form.AddMenu(all, &options);
-    form.AddMenu(paste, &options);
-  }
-
-  /// The boxes' keys: Enter is Tab, a key at the start overtypes, letters turn to upper case.
-  void Tie(TextBox& box) {
-    box.GotFocus = [&box] {
-      box.BackColor = kYellow;
-      box.SelStart = 0;
-    };
-    box.LostFocus = [&box] { box.BackColor = kWhite; };
-    box.KeyPress = [this, &box](int& code) {
-      if (code == key::kEnter) {
-        code = 0;
-        TheDesktop().Post([this] { form.FocusNext(true); });
-        return;
-      }
-      if (box.CaretAtStart()) box.Text = "";
-      if (code >= 'a' && code <= 'z') code += 'A' - 'a';
-    };
-  }
-
-  void Bind(int lines) {
-    DataPath = folder.Path();
-    ClientNumb = "1234";
-    CreatePrinMdb();
-    const Database store = OpenDatabase(StorePath());
-    Recordset rows = store.OpenRecordset("OstrelPr", RecordsetType::Dynaset);
-    store.ShareCommits();
-    for (int line = 0; line < lines; ++line) {
-      rows.AddNew();
-      rows["EMPL_NUMB"] = 100 + line;
-      rows["SORT_NAME"] = "NAME";
-      rows["RATE"] = line == 0 ? -9 : 6;
-      rows.Update();
+  /// With lines of the employees from 100 on, in their order; the first is paid by the hour.
+  void OpenWithLines(int count) {
+    Open();
+    PrinDb.ShareCommits();
+    for (int i = 0; i < count; ++i) {
+      Office.AddLine(std::to_string(100 + i) + " P 8:00 am 10 " + (i == 0 ? "-9" : "6"));
     }
-    store.CommitShared();
-    grid.DesignColumns({{"Empl#", "EMPL_NUMB", "", 615, kLeft, kLeft, kLeft, false, false},
-                        {"Name", "SORT_NAME", "", 1650, kLeft, kLeft, kLeft, false, true},
-                        {"Rate", "RATE", "", 705, kRight, kLeft, kLeft, true, false}});
-    grid.Columns("RATE").TranslatedNumber = -9;
-    grid.Columns("RATE").TranslatedWord = "Std Rate";
-    grid.Bind(data);
-    data.DatabaseName = StorePath();
-    data.RecordSource = "Select * from [OstrelPr]";
-    data.Refresh();
-  }
-
-  void Show(double factor = 1) {
-    view = std::make_unique<FormView>(form, edge, factor);
-    edge.Run([this] { form.Show(); });
-    view->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    PrinDb.CommitShared();
+    Edge.Run(mnuEmplOrder.Click);
   }
 
   /// Through the window, as a keyboard does: shortcuts and access keys have their chance.
-  void Press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
-    QTest::keyClick(view->windowHandle(), key, held);
+  void Press(const char* chords) {  // "Shift+Left Ctrl+C"
+    for (const QString& chord : QString(chords).split(' ')) {
+      const QKeyCombination keys = QKeySequence(chord)[0];
+      QTest::keyClick(Window->windowHandle(), keys.key(), keys.keyboardModifiers());
+    }
   }
-  void Type(const char* text) {
-    for (; *text != '\0'; ++text) QTest::keyClick(view->windowHandle(), *text);
+  void Type(const char* keys) {  // as Payroll::Keys
+    for (; *keys != '\0'; ++keys) {
+      if (*keys == '<' || *keys == '>') {
+        Press(*keys == '<' ? "Left" : "Right");
+      } else {
+        QTest::keyClick(Window->windowHandle(), *keys);
+      }
+    }
   }
   void Click(const Control& control, QPoint at = {4, 4}) {
-    QTest::mouseClick(&view->WidgetOf(control), Qt::LeftButton, {}, at);
+    QTest::mouseClick(&Window->WidgetOf(control), Qt::LeftButton, {}, at);
   }
-  GridView& Lines() { return static_cast<GridView&>(view->WidgetOf(grid)); }
-  /// Middle of a cell; column -1 is the record box.
-  QPoint Cell(int line, int column) {
+  void Focus(Control& control) {
+    Edge.Run([&] { control.SetFocus(); });
+  }
+  static std::string Focused() { return ScanMain.ActiveControl()->Name; }
+
+  GridView& Lines() { return static_cast<GridView&>(Window->WidgetOf(TDBGrid1)); }
+  /// Clicks into a cell, or on the record box in front of the line.
+  void ClickCell(int line, const char* column) {
     const GridGeometry geometry = Lines().Geometry();
     const QRect row = geometry.Line(line);
-    if (column < 0) return {geometry.RecordBoxRight / 2, row.center().y()};
-    return geometry.Cell(row, geometry.Columns[static_cast<std::size_t>(column)]).center();
+    QPoint at(geometry.RecordBoxRight / 2, row.center().y());
+    if (*column != '\0') {
+      const int index = geometry.IndexOf(TDBGrid1.ColumnNumber(column));
+      at = geometry.Cell(row, geometry.Columns[static_cast<std::size_t>(index)]).center();
+    }
+    QTest::mouseClick(Lines().viewport(), Qt::LeftButton, {}, at);
   }
-  void ClickCell(int line, int column) {
-    QTest::mouseClick(Lines().viewport(), Qt::LeftButton, {}, Cell(line, column));
-  }
-  std::string Focus() const { return form.ActiveControl()->Name; }
+  static std::string CurrentCell() { return TDBGrid1.CellText(TDBGrid1.Col); }
 
-  TempFolder folder;
-  EventEdge edge;
-  QtDesktop desktop{edge};
-  Form form;
-  TextBox first, second;
-  Button save;
-  Frame kinds;
-  OptionButton in, out;
-  CheckBox check;
-  Label count;
-  Shape mark;
-  Grid grid;
-  DataControl data;
-  MenuItem options, all, paste;
-  std::unique_ptr<FormView> view;
-  std::string log;
+  EventEdge Edge;
+  Payroll Office;
+  ScriptedDesktop& Desktop = Office.Desktop;
+  std::unique_ptr<FormView> Window;
 };
 
-TEST_F(FormViewTest, TypingOvertypesAndEnterWalksOn) {
-  Show();
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_EQ(first.BackColor, kYellow);
-  Type("13x");
-  EXPECT_EQ(first.Text, "13X");
-  Press(Qt::Key_Return);
-  EXPECT_EQ(Focus(), "second");
-  EXPECT_TRUE(view->WidgetOf(second).hasFocus());
-  EXPECT_EQ(first.BackColor, kWhite);
-  EXPECT_EQ(second.SelStart, 0);
-  Press(Qt::Key_End);
-  Type("d");
-  Press(Qt::Key_Left);
-  Press(Qt::Key_Backspace);
-  EXPECT_EQ(second.Text, "abD");
-  EXPECT_EQ(second.SelStart, 2);
-  Press(Qt::Key_Home);
-  Press(Qt::Key_Escape);
-  EXPECT_EQ(second.Text, "");
-  Press(Qt::Key_Backtab, Qt::ShiftModifier);
-  EXPECT_EQ(Focus(), "first");
+TEST_F(FormViewTest, ADayByKeys) {
+  Open();
+  Type("130\r\r");
+  Office.SetClock("11/18/04 11:00 am");
+  Press("Alt+P");
+  Desktop.Expect("[input] Piecework Rate not set*-> .5", [&] { Type("130\r100\r\r"); });
+  Office.SetClock("11/18/04 12:30 pm");
+  Press("Alt+O");  // the event button goes before the menu
+  Type("\r\r");
+  EXPECT_EQ(Office.Lines(), "130 I 10:42 am|130 P 11:00 am 100x0.5=50|130 O 12:30 pm");
+  Desktop.Expect("[i]*lines have successfully been written.*-> Ok", [&] { Press("Ctrl+W"); });
+  EXPECT_TRUE(Office.Folder.Read("disk/Pck-1234.asc")
+                  .ends_with("130,100,0.5,\"0\",0,0,\"11/18/04\",0,1.8,\"P\",\"0\"\r\n"));
+}
+
+TEST_F(FormViewTest, KeysWalkTheRow) {
+  // From a box, or the button S; the keys; to. \033 is Esc.
+  const char* const clock[] = {"0\r1", "1\rS", "1\tS", "S\0333", "S\t2", "2\r3",
+                               "3\r4", "4\r5", "5\r6", "6\r7",   "7\r8", "8\r0",
+                               "8\t0", "3<2",  "2<S",  "1<0",    "3a>4", "3\b>4"};
+  const char* const plain[] = {"0\r1", "1\r2", "2\rS", "S\t3", "3<S", "8\r0"};
+  const auto walk = [&](const std::string& step) {
+    SCOPED_TRACE(step);
+    const auto at = [](char place) -> Control& {
+      return place == 'S' ? static_cast<Control&>(cmdSave) : txtInput.at(place - '0');
+    };
+    Focus(at(step.front()));
+    Type(step.substr(1, step.size() - 2).c_str());
+    EXPECT_EQ(Focused(), at(step.back()).Name);
+    EXPECT_TRUE(Window->WidgetOf(at(step.back())).hasFocus());
+  };
+  Open();
+  Type("\r");
+  EXPECT_EQ(Focused(), "cmdSave") << "a clock-in has no quantity";
+  Press("Alt+P");
+  for (const char* step : clock) walk(step);
+  Edge.Run(mnuUseTimeClock.Click);
+  for (const char* step : plain) walk(step);
+}
+
+TEST_F(FormViewTest, TheFirstKeyReplacesTheBox) {
+  const std::pair<const char*, const char*> cases[] = {
+      // what becomes of "OLD", with the caret
+      {"lbs", "LBS|"}, {"\b", "|"},    {"\x1b", "|"},      {">x", "OX|LD"},
+      {">\b", "|LD"},  {"ab<", "A|B"}, {"a b<c", "A C|B"}, {">>>s", "OLDS|"}};
+  Open();
+  const auto back = [&](const Control& box) {
+    return Window->WidgetOf(box).palette().color(QPalette::Base).name();
+  };
+  TextBox& box = txtInput[kMemoBox];
+  for (const auto& [keys, after] : cases) {
+    Edge.Run([&] { box.Text = "OLD"; });
+    EXPECT_EQ(back(box), "#ffffff");
+    Focus(box);
+    EXPECT_EQ(back(box), "#ffff00");
+    Type(keys);
+    std::string text = box.Text;
+    EXPECT_EQ(text.insert(static_cast<std::size_t>(box.SelStart), "|"), after) << keys;
+    Focus(txtInput[kEmplBox]);
+  }
+  Focus(txtInput[kRateBox]);
+  Type(">s");
+  EXPECT_EQ(txtInput[kRateBox].Text.Get(), kStdRateWord);
+  EXPECT_EQ(chkStdRate.Value, 1);
 }
 
 /// Keys that have queued up come without a pause between them; each must find the focus that the
 /// one before has moved.
-TEST_F(FormViewTest, QueuedKeysLoseAndReorderNothing) {
-  Show();
-  for (const Qt::Key code : {Qt::Key_1, Qt::Key_2, Qt::Key_Return, Qt::Key_3, Qt::Key_4}) {
-    const QString text = code == Qt::Key_Return ? QString("\r") : QString(QChar(code));
-    QKeyEvent event(QEvent::KeyPress, code, {}, text);
+TEST_F(FormViewTest, FastTypingLosesNothing) {
+  Open();
+  for (int i = 0; i < 40 * 5; ++i) {
+    const char typed = "130\r\r"[i % 5];
+    const int key = typed == '\r' ? static_cast<int>(Qt::Key_Return) : typed;
+    QKeyEvent event(QEvent::KeyPress, key, {}, QChar(typed));
     QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
   }
-  EXPECT_EQ(first.Text, "12");
-  EXPECT_EQ(second.Text, "34");
+  EXPECT_EQ(lblLineCt.Caption.Get(), "40 lines");
+  EXPECT_EQ(Focused(), "txtInput(0)");
 }
 
-TEST_F(FormViewTest, FirstClickLeavesTheCaretAtTheStart) {
-  Show();
-  Click(second, {40, 8});
-  EXPECT_EQ(Focus(), "second");
-  EXPECT_EQ(second.SelStart, 0);
-  Click(second, {40, 8});
-  EXPECT_EQ(second.SelStart, 3);
-  EXPECT_EQ(second.SelLength, 0);
-}
+TEST_F(FormViewTest, ClicksAndAccessKeysGoToControlsBeforeMenus) {
+  Open();
+  Edge.Run([] { txtInput[kMemoBox].Text = "OLD"; });
+  for (const int caret : {0, 3}) {  // the first click only brings the focus
+    Click(txtInput[kMemoBox], {40, 8});
+    EXPECT_EQ(Focused(), "txtInput(8)");
+    EXPECT_EQ(txtInput[kMemoBox].SelStart, caret);
+  }
+  Edge.Run([] { txtInput[kEmplBox].Text = "130"; });
+  for (const char* key : {"\r", " "}) {
+    Focus(txtInput[kEmplBox]);
+    Focus(cmdSave);
+    Type(key);
+  }
+  Click(cmdSave);
+  Press("Alt+S Alt+H");
+  EXPECT_EQ(lblLineCt.Caption.Get(), "4 lines");
+  EXPECT_EQ(chkStdRate.Value, 1);
+  const auto option = [&](EventKind kind) {
+    const bool shown = static_cast<QAbstractButton&>(Window->WidgetOf(Option1[kind])).isChecked();
+    EXPECT_EQ(shown, Option1[kind].Value.Get());
+    return shown;
+  };
+  Click(Option1[kClockOut]);
+  Click(Option1[kClockOut]);
+  EXPECT_TRUE(option(kClockOut) && !option(kClockIn));
+  Focus(Option1[kClockOut]);
+  Press("Down");
+  EXPECT_TRUE(option(kPiecework) && !option(kClockOut));
 
-TEST_F(FormViewTest, MenuShortcutsReachThroughATextBox) {
-  Show();
-  Press(Qt::Key_A, Qt::ControlModifier);
-  EXPECT_EQ(log, "all ");
-  EXPECT_EQ(first.SelLength, 0);
-  EXPECT_TRUE(all.Checked);
-  Press(Qt::Key_A, Qt::ControlModifier);
-  EXPECT_FALSE(all.Checked);
-  all.Visible = false;
-  Press(Qt::Key_A, Qt::ControlModifier);
-  EXPECT_EQ(log, "all all ");
-}
-
-TEST_F(FormViewTest, AccessKeysGoToControlsOnShowBeforeMenus) {
-  Show();
-  Press(Qt::Key_O, Qt::AltModifier);
-  Press(Qt::Key_S, Qt::AltModifier);
-  Press(Qt::Key_H, Qt::AltModifier);
-  EXPECT_EQ(log, "out save check ");
-  EXPECT_TRUE(out.Value);
-  EXPECT_EQ(check.Value, 1);
-  kinds.Visible = false;
-  edge.Run([this] { first.SetFocus(); });
-  Press(Qt::Key_O, Qt::AltModifier);
+  Edge.Run(mnuUseTimeClock.Click);
+  Press("Alt+O");  // the buttons are hidden in the plain layout
   QWidget* menu = QApplication::activePopupWidget();
   ASSERT_NE(menu, nullptr);
   QTest::keyClick(menu, Qt::Key_Return);
-  EXPECT_EQ(log, "out save check all ");
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_EQ(first.Text, "125");
+  EXPECT_TRUE(mnuUseTimeClock.Checked);
 }
 
-TEST_F(FormViewTest, ButtonTakesEnterSpaceClickAndEsc) {
-  Show();
-  edge.Run([this] { save.SetFocus(); });
-  Press(Qt::Key_Return);
-  Press(Qt::Key_Space);
-  Click(save);
-  EXPECT_EQ(log, "save save save ");
-  Press(Qt::Key_Escape);
-  EXPECT_EQ(Focus(), "second");
-}
-
-TEST_F(FormViewTest, OptionButtonsFollowTheFormOnly) {
-  Show();
-  Click(in);
-  Click(in);
-  EXPECT_TRUE(in.Value);
-  Press(Qt::Key_Down);
-  EXPECT_EQ(log, "in in out ");
-  EXPECT_FALSE(in.Value);
-  EXPECT_FALSE(static_cast<QAbstractButton&>(view->WidgetOf(in)).isChecked());
-  edge.Run([this] { in.Value = true; });
-  EXPECT_TRUE(static_cast<QAbstractButton&>(view->WidgetOf(in)).isChecked());
+TEST_F(FormViewTest, ShortcutsBelongToTheMenusInATextBox) {
+  Open();
+  Press("Ctrl+A");
+  EXPECT_EQ(txtToday.Text.Get(), "All");
+  EXPECT_EQ(txtInput[kEmplBox].SelLength, 0);
+  Press("Ctrl+E");
+  EXPECT_TRUE(mnuEmplOrder.Checked);
+  Press("Ctrl+S");
+  EXPECT_TRUE(!mnuAutosetTime.Checked && lblClockOff.Visible);
+  Press("Ctrl+J");
+  EXPECT_EQ(Focused(), "txtInput(3)");
+  Desktop.Expect("[i]*To select a line to delete*-> Ok", [&] { Press("Ctrl+D"); });
+  Edge.Run(mnuUseTimeClock.Click);
+  Press("Ctrl+S");
+  EXPECT_FALSE(mnuAutosetTime.Checked) << "the entry is hidden";
 }
 
 TEST_F(FormViewTest, ABoxDisabledUnderTheFocusHandsItOnAfterTheEvent) {
-  Show();
-  edge.Run([this] {
-    first.Enabled = false;
-    EXPECT_EQ(Focus(), "first");
+  Open(false);
+  Edge.Run([] {
+    txtInput[0].Enabled = false;
+    EXPECT_EQ(Focused(), "txtInput(0)");
   });
-  EXPECT_EQ(Focus(), "second");
-  edge.Run([this] {
-    second.Enabled = false;
-    check.SetFocus();
+  EXPECT_EQ(Focused(), "txtInput(1)");
+  Edge.Run([] {
+    txtInput[1].Enabled = false;
+    txtToday.SetFocus();
   });
-  EXPECT_EQ(Focus(), "check");
-  EXPECT_TRUE(view->WidgetOf(check).hasFocus());
+  EXPECT_EQ(Focused(), "txtToday");
+  EXPECT_TRUE(Window->WidgetOf(txtToday).hasFocus());
 }
 
-TEST_F(FormViewTest, SelectedTextIsReplaced) {
-  Show();
-  Press(Qt::Key_End);
-  Press(Qt::Key_Left, Qt::ShiftModifier);
-  Press(Qt::Key_Left, Qt::ShiftModifier);
-  EXPECT_EQ(first.SelText(), "25");
-  Press(Qt::Key_Alt, Qt::AltModifier);
-  desktop.SetClipboardText("7");
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(first.Text, "17");
-  Press(Qt::Key_Q, Qt::AltModifier);
-  EXPECT_EQ(first.Text, "17") << "an access key that nothing answers to types nothing";
+TEST_F(FormViewTest, CutCopyAndPasteWhereverTheFocusIs) {
+  Open();
+  TextBox& memo = txtInput[kMemoBox];
+  const auto state = [&] { return memo.Text.Get() + "|" + Desktop.ClipboardText(); };
+  Edge.Run([&] { memo.Text = "125"; });
+  Focus(memo);
+  Press("Alt+Q End Shift+Left Shift+Left");  // nothing answers to the first: it types nothing
+  QTest::keyClick(Window->windowHandle(), Qt::Key_Alt, Qt::AltModifier);
+  Press("Ctrl+C");
+  EXPECT_EQ(state(), "125|25");
+  Press("Ctrl+X");
+  EXPECT_EQ(state(), "1|25");
+  Press("Ctrl+V Ctrl+V");
+  EXPECT_EQ(state(), "12525|25");
+  Press("Ctrl+X");
+  EXPECT_EQ(state(), "12525|") << "nothing was selected";
+  Focus(txtInput[kEmplBox]);
+  Focus(cmdSave);
+  Desktop.Expect("[!]*(Err#438)*-> Ignore", [&] { Press("Ctrl+C"); });
 }
 
 TEST_F(FormViewTest, EveryBoxTakesWhateverIsPasted) {
-  Show();
-  const std::string emoji = "\xF0\x9F\x98\x80", hebrew = "\xD7\xA9\xD7\x9C";
-  const struct {
-    const char* Name;
-    std::string Pasted, Kept;
-  } cases[] = {{"a megabyte", std::string(1 << 20, 'x'), std::string(1 << 20, 'x')},
-               {"control characters", std::string("a\0\t\r\nb", 6), "a    b"},
-               {"emoji", emoji + emoji, emoji + emoji},
-               {"right to left", hebrew, hebrew},
-               {"lone continuation", "a\x80", "a\xEF\xBF\xBD"}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.Name);
-    first.Text = "";
-    desktop.SetClipboardText(each.Pasted);
-    Press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_TRUE(first.Text == each.Kept);
-    Type("9");
-    Press(Qt::Key_Backspace);
-    EXPECT_TRUE(first.Text == each.Kept);
-    view->grab();
+  Open();
+  TextBox& box = txtInput[kEmplBox];
+  const std::pair<std::string, std::string> cases[] = {
+      {std::string(1 << 20, 'x'), std::string(1 << 20, 'x')},
+      {std::string("a\0\t\r\nb", 6), "a    b"},
+      {"😀😀", "😀😀"},
+      {"של", "של"}};
+  for (const auto& [pasted, kept] : cases) {
+    SCOPED_TRACE(kept.substr(0, 20));
+    Edge.Run([&] { box.Text = ""; });
+    Desktop.SetClipboardText(pasted);
+    Press("Ctrl+V");
+    EXPECT_TRUE(box.Text == kept);
+    Type("9\b");
+    EXPECT_TRUE(box.Text == kept);
+    Window->grab();
   }
-}
-
-TEST_F(FormViewTest, ComposedTextIsTypedCharacterByCharacter) {
-  Show();
-  QInputMethodEvent made;
-  made.setCommitString(
-      QString::fromUtf8("\xC3\xA9"
-                        "ab"));
+  Focus(txtInput[kMemoBox]);
+  QInputMethodEvent made;  // composed text is typed character by character
+  made.setCommitString(ToQt("éab"));
   QCoreApplication::sendEvent(QApplication::focusWidget(), &made);
-  EXPECT_EQ(first.Text,
-            "\xC3\xA9"
-            "AB");
-  EXPECT_EQ(first.SelStart, 3);
+  EXPECT_EQ(txtInput[kMemoBox].Text, "éAB");
+  EXPECT_EQ(txtInput[kMemoBox].SelStart, 3);
 }
 
 TEST_F(FormViewTest, AMessageBoxIsNoLossOfFocus) {
-  Show();
+  Open();
+  QtDesktop real(Edge);
+  SetDesktop(&real);
   BoxAnswer answer = BoxAnswer::Cancel;
-  save.Click = [&] {
-    answer = desktop.ShowMessageBox({"<b>1</b>\r2", BoxButtons::YesNo, BoxIcon::Question});
-  };
-  first.LostFocus = [this] { log += "lost "; };
+  int losses = 0;
+  txtInput[kEmplBox].LostFocus = [&] { ++losses; };
   QTimer::singleShot(0, [&] {
     auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->findChild<QTextEdit*>()->toPlainText(), "<b>1</b>\n2");
+    const auto words = box->findChildren<QTextEdit*>();
+    EXPECT_EQ(words.at(0)->toPlainText(), "<b>1</b>\n2");
+    EXPECT_LT(box->width(), box->screen()->availableSize().width());
+    for (const QTextEdit* each : words) {
+      EXPECT_LE(each->document()->size().height(), each->viewport()->height()) << "text is cut";
+      EXPECT_LE(each->document()->idealWidth(), each->viewport()->width()) << "text is cut";
+    }
     QTest::keyClick(box, Qt::Key_Escape);
     EXPECT_TRUE(box->isVisible()) << "neither button means Esc";
-    QTest::keyClick(box->findChildren<QPushButton*>().at(1), Qt::Key_Space);
+    QTest::keyClick(box, Qt::Key_N);
   });
-  edge.Run(save.Click);
+  Edge.Run([&] {
+    answer = real.ShowMessageBox({.Text = "<b>1</b>\r2",
+                                  .Buttons = BoxButtons::YesNo,
+                                  .Icon = BoxIcon::Question,
+                                  .Detail = std::string(1500, '/')});
+  });
   EXPECT_EQ(answer, BoxAnswer::No);
-  EXPECT_EQ(log, "");
-  EXPECT_TRUE(QTest::qWaitForWindowActive(view.get()));
-  EXPECT_TRUE(view->WidgetOf(first).hasFocus());
+  EXPECT_EQ(losses, 0);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  EXPECT_TRUE(Window->WidgetOf(txtInput[kEmplBox]).hasFocus());
+  real.SetClipboardText("x");
+  EXPECT_EQ(real.ClipboardText(), "x");
+  SetDesktop(&Desktop);
 }
 
 TEST_F(FormViewTest, EndingTheProgramLeavesWithoutTheUnload) {
-  form.QueryUnload = [this] { log += "unload "; };
-  Show();
-  save.Click = [] { throw ProgramEnded{}; };
-  Click(save);
-  EXPECT_TRUE(edge.Ended());
-  Click(check);
-  EXPECT_EQ(log, "");
+  Open();
+  const std::string before = Office.Ini();
+  cmdSave.Click = [] { throw ProgramEnded{}; };
+  Click(cmdSave);
+  EXPECT_TRUE(Edge.Ended());
+  Click(chkStdRate);
+  EXPECT_EQ(chkStdRate.Value, 0);
+  EXPECT_EQ(Office.Ini(), before);
 }
 
 TEST_F(FormViewTest, GridShowsMovesAndSelects) {
-  Bind(40);
-  Show();
-  ClickCell(2, 0);
-  EXPECT_EQ(Focus(), "grid");
-  EXPECT_EQ(grid.CellText(0), "102");
-  Press(Qt::Key_Down);
-  Press(Qt::Key_Right);
-  Press(Qt::Key_Right);
-  EXPECT_EQ(grid.CellText(grid.Col), "6");
-  Press(Qt::Key_End, Qt::ControlModifier);
-  EXPECT_EQ(grid.CellText(0), "139");
+  OpenWithLines(60);
+  ClickCell(2, "Empl#");
+  EXPECT_EQ(Focused(), "TDBGrid1");
+  EXPECT_EQ(CurrentCell(), "102");
+  Press("Down Right");
+  EXPECT_EQ(CurrentCell(), "10");
+  Press("Ctrl+End");
+  EXPECT_EQ(TDBGrid1.CellText(0), "159");
   EXPECT_GT(Lines().FirstRow(), 0);
-  Press(Qt::Key_Home, Qt::ControlModifier);
-  EXPECT_EQ(grid.CellText(grid.Col), "Std Rate");
+  Press("Ctrl+Home");
+  EXPECT_EQ(TDBGrid1.CellText(0), "100");
   EXPECT_EQ(Lines().FirstRow(), 0);
+  const auto bookmark = [](std::size_t row) { return Data1.Recordset.BookmarkAt(row); };
+  for (const int line : {3, 1, 5, 3}) ClickCell(line, "");
+  EXPECT_EQ(TDBGrid1.SelBookmarks, (std::vector<Bookmark>{bookmark(1), bookmark(5)}));
+  Edge.Run([] { Data1.Refresh(); });
+  EXPECT_TRUE(TDBGrid1.SelBookmarks.empty());
 
-  const auto bookmark = [this](std::size_t row) { return data.Recordset.BookmarkAt(row); };
-  ClickCell(3, -1);
-  ClickCell(1, -1);
-  ClickCell(5, -1);
-  ClickCell(3, -1);
-  EXPECT_EQ(grid.SelBookmarks, (std::vector<Bookmark>{bookmark(1), bookmark(5)}));
-  edge.Run([this] { data.Refresh(); });
-  EXPECT_TRUE(grid.SelBookmarks.empty());
+  const auto steps = Window->WidgetOf(Data1).findChildren<QAbstractButton*>();
+  ASSERT_EQ(steps.size(), 4);
+  for (const auto& [press, row] : {std::pair(3, 59), {2, 59}, {1, 58}, {0, 0}, {1, 0}, {2, 1}}) {
+    steps[press]->click();
+    EXPECT_EQ(Data1.Recordset.Position(), row);
+  }
 }
 
 TEST_F(FormViewTest, CellsAreEditedInPlace) {
-  Bind(3);
-  Show();
-  std::string hook;
-  grid.BeforeColUpdate = [&](int column, const Value& old, std::int16_t& cancel) {
-    hook += std::to_string(column) + ":" + old.ToText() + ">" + grid.CellText(column) + " ";
-    if (grid.CellText(column) == "no") cancel = -1;
-  };
-  ClickCell(1, 0);
+  OpenWithLines(3);
+  const std::string refused = "[!]*(Err#3421)*-> Ignore";
+  ClickCell(1, "Empl#");
   Type("77");
-  EXPECT_TRUE(grid.Editing);
-  Press(Qt::Key_Return);
-  EXPECT_EQ(hook, "0:101>77 ");
-  EXPECT_EQ(grid.CellText(0), "77");
-  EXPECT_EQ(data.Mode(), EditMode::None);
-
-  Press(Qt::Key_F2);
-  Press(Qt::Key_Backspace);
-  Press(Qt::Key_Escape);
+  EXPECT_TRUE(TDBGrid1.Editing);
+  Type("\r");
+  EXPECT_EQ(Office.Fields("EMPL_NUMB"), "100|77|102");
+  EXPECT_EQ(Data1.Mode(), EditMode::None);
+  Press("F2");
+  Type("\b\x1b");
+  EXPECT_EQ(CurrentCell(), "77");
   Type("no");
-  Press(Qt::Key_Down);
-  EXPECT_EQ(grid.CellText(0), "102");
+  Desktop.Expect(refused, [&] { Press("Down"); });
+  EXPECT_EQ(CurrentCell(), "102");
   Type("8x");
-  Press(Qt::Key_Tab);
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_EQ(log, "3421 ");
-  EXPECT_EQ(hook, "0:101>77 0:77>no 0:102>8x ");
-  EXPECT_EQ(grid.CellText(0), "102");
-
-  ClickCell(1, 1);
+  Desktop.Expect(refused, [&] { Type("\t"); });
+  EXPECT_EQ(Focused(), "Option1(0)");
+  EXPECT_EQ(Office.Fields("EMPL_NUMB"), "100|77|102");
+  ClickCell(1, "Name");
   Type("x");
-  EXPECT_FALSE(grid.Editing) << "the column is locked";
+  EXPECT_FALSE(TDBGrid1.Editing) << "the column is locked";
+
+  ClickCell(0, "Pce Quan");
+  Desktop.Expect("[!]*(Err#438)*-> Ignore", [&] { Press("Ctrl+V"); });  // no cell is being edited
+  Desktop.SetClipboardText("3\n4");
+  Press("F2 Ctrl+V");
+  EXPECT_EQ(TDBGrid1.EditText, "103 4");
+  Desktop.Expect(refused, [&] { Press("Alt+O"); });  // written before the focus goes
+  EXPECT_TRUE(Option1[kClockOut].Value);
+
+  ClickCell(2, "Rate");
+  Type("-.5");
+  EXPECT_TRUE(TDBGrid1.Editing);
+  Type("k");  // the view is loaded anew under the editor
+  EXPECT_FALSE(TDBGrid1.Editing);
+  EXPECT_EQ(Focused(), "txtInput(0)");
+  EXPECT_EQ(Office.Fields("RATE"), "-9|6|-9");
+  EXPECT_EQ(Data1.Recordset.Position(), 0);
 }
 
-TEST_F(FormViewTest, PasteReachesTheCellEditorAndLinesBecomeOne) {
-  Bind(2);
-  Show();
-  ClickCell(0, 0);
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(log, "438 ") << "no cell is being edited";
-  desktop.SetClipboardText("3\n4");
-  Press(Qt::Key_F2);
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(grid.EditText, "1003 4");
-  Press(Qt::Key_S, Qt::AltModifier);
-  EXPECT_EQ(log, "438 3421 save ") << "written before the focus goes";
-}
-
-TEST_F(FormViewTest, AKeyHookMayReloadTheGridUnderTheEditor) {
-  Bind(3);
-  Show();
-  grid.KeyPress = [this](int& code) {
-    if (code != 's') return;
-    data.Refresh();
-    first.SetFocus();
-  };
-  ClickCell(2, 2);
-  Type("5s");
-  EXPECT_EQ(Focus(), "first");
-  EXPECT_FALSE(grid.Editing);
-  EXPECT_EQ(first.Text, "125");
-  EXPECT_EQ(data.Recordset.Position(), 0);
-}
-
-TEST_F(FormViewTest, DataControlWalksThroughTheRows) {
-  Bind(4);
-  Show();
-  const QList<QAbstractButton*> buttons = view->WidgetOf(data).findChildren<QAbstractButton*>();
-  ASSERT_EQ(buttons.size(), 4);
-  std::string positions;
-  for (const int press : {0, 1, 2, 2, 3, 2, 1, 0}) {
-    buttons[press]->click();
-    positions += std::to_string(data.Recordset.Position());
+/// With a larger system font, too, a box stands above its column and no text is cut.
+TEST_F(FormViewTest, BoxesStandAboveTheirColumnsAtEveryScale) {
+  TheApplication();
+  const QFont usual = QApplication::font();
+  const char* const columns[] = {"Empl#", "Pce Quan", "",     "QDesc", "Rate",
+                                 "Ent#",  "Oper",     "Eqp#", "Memo"};
+  for (const auto& [factor, points] :
+       {std::pair(1.0, 9), {1.25, 9}, {1.5, 9}, {1.7, 9}, {2.0, 9}, {1.0, 20}, {1.5, 30}}) {
+    SCOPED_TRACE(std::to_string(factor) + " " + std::to_string(points));
+    QFont font = usual;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+    Open(true, factor);
+    const auto left = [&](QWidget& widget, int x = 0) {
+      return widget.mapTo(Window.get(), QPoint(x, 0)).x();
+    };
+    /// Twips by which each box stands to the right of its column.
+    const auto offsets = [&](const char* timeColumn) {
+      std::string twips;
+      const GridGeometry geometry = Lines().Geometry();
+      for (std::size_t i = 0; i < kInputBoxCount; ++i) {
+        const int column = TDBGrid1.ColumnNumber(i == kTimeBox ? timeColumn : columns[i]);
+        const int columnLeft = TDBGrid1.Left + TDBGrid1.ColumnLeft(column);
+        const int boxLeft = Scaling::LeftInForm(&txtInput[i]);
+        const auto& span = geometry.Columns.at(static_cast<std::size_t>(geometry.IndexOf(column)));
+        EXPECT_EQ(left(Lines(), span.Left), Window->Scale().Pixels(columnLeft));
+        EXPECT_EQ(left(Window->WidgetOf(txtInput[i])), Window->Scale().Pixels(boxLeft));
+        twips += std::to_string(boxLeft - columnLeft) + " ";
+      }
+      EXPECT_EQ(geometry.Columns.back().Right, Lines().viewport()->width());
+      return twips;
+    };
+    EXPECT_EQ(offsets("Time"), "15 15 30 0 0 30 30 30 45 ");
+    const Control* const withText[] = {&lblLineCt, &chkStdRate, &txtInput[kEmplBox]};
+    for (const Control* control : withText) {
+      const QWidget& widget = Window->WidgetOf(*control);
+      EXPECT_GE(widget.height(), widget.fontMetrics().height()) << control->Name;
+    }
+    Edge.Run(mnuUseTimeClock.Click);
+    EXPECT_EQ(offsets("Hours"), "15 15 30 18 18 15 15 15 30 ");
+    const QSize before = Lines().size();
+    Window->resize(Window->size() + QSize(50, 80));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Lines().size(), before + QSize(50, 80));
+    EXPECT_EQ(offsets("Hours"), "15 15 30 18 18 15 15 15 30 ");
+    Window.reset();
   }
-  EXPECT_EQ(positions, "00123320");
+  QApplication::setFont(usual);
 }
-
-class ScaleTest : public FormViewTest, public testing::WithParamInterface<double> {};
-
-TEST_P(ScaleTest, BoxesStandAboveTheirColumnsAndNoTextIsCut) {
-  Bind(3);
-  first.Left.Put(420);  // the first column's place in the form
-  second.Left.Put(420 + 615);
-  Show(GetParam());
-  const GridGeometry geometry = Lines().Geometry();
-  const auto left = [&](QWidget& widget, int x = 0) {
-    return widget.mapTo(view.get(), QPoint(x, 0)).x();
-  };
-  EXPECT_EQ(left(Lines(), geometry.Columns[0].Left), left(view->WidgetOf(first)));
-  EXPECT_EQ(left(Lines(), geometry.Columns[1].Left), left(view->WidgetOf(second)));
-  EXPECT_EQ(geometry.Columns.back().Right, Lines().viewport()->width());
-  for (const Control* control : {static_cast<Control*>(&count), static_cast<Control*>(&check)}) {
-    const QWidget& widget = view->WidgetOf(*control);
-    EXPECT_GE(widget.height(), widget.fontMetrics().height()) << control->Name;
-  }
-  grid.Columns("Name").Visible = false;
-  EXPECT_EQ(Lines().Geometry().Columns[1].Left, geometry.Columns[1].Left);
-  const QSize before = Lines().size();
-  view->resize(view->size() + QSize(50, 80));
-  QCoreApplication::processEvents();
-  EXPECT_EQ(Lines().size(), before + QSize(50, 80));
-  EXPECT_EQ(left(Lines(), Lines().Geometry().Columns[0].Left), left(view->WidgetOf(first)));
-}
-
-INSTANTIATE_TEST_SUITE_P(Factors, ScaleTest, testing::Values(1.0, 1.25, 1.5, 1.7, 2.0));
 
 TEST(Scaling, FillsMostOfTheScreenAndNeverMore) {
-  const QSize twips(11910, 8625);
-  const struct {
-    QSize Screen;
-    double Factor;
-  } cases[] = {{{1920, 1040}, 1.6}, {{1366, 728}, 1.1}, {{1024, 560}, 0.85}, {{300, 200}, 0.5}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.Screen.width());
-    EXPECT_NEAR(Scaling::ForScreen(each.Screen, twips).Factor(), each.Factor, 1e-9);
+  const std::pair<QSize, double> cases[] = {
+      {{1920, 1040}, 1.6}, {{1366, 728}, 1.1}, {{1024, 560}, 0.85}, {{300, 200}, 0.5}};
+  for (const auto& [screen, factor] : cases) {
+    EXPECT_NEAR(Scaling::ForScreen(screen, {11910, 8625}).Factor(), factor, 1e-9) << factor;
   }
 }
 

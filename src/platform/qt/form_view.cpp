@@ -116,6 +116,7 @@ void FormView::ControlChanged(Control& control) {
     menus_->Follow(*item);
   } else if (ControlView* view = views_.value(&control)) {
     FollowControl(control, *view);
+    PlaceWithin(control);
   }
 }
 
@@ -167,6 +168,13 @@ void FormView::PlaceWindow() {
 void FormView::PlaceAll() {
   for (auto view = views_.begin(); view != views_.end(); ++view) {
     Place(*view.key(), view.value()->Widget());
+  }
+}
+
+/// What lies in a frame is rounded to pixels by its place on the form, which moves with the frame.
+void FormView::PlaceWithin(const Control& frame) {
+  for (auto view = views_.begin(); view != views_.end(); ++view) {
+    if (view.key()->Container == &frame) Place(*view.key(), view.value()->Widget());
   }
 }
 

@@ -47,6 +47,7 @@ class FormView : public QMainWindow, public FormObserver {
   void FollowFocus();
   void Place(const Control& control, QWidget& widget) const;
   void PlaceAll();
+  void PlaceWithin(const Control& frame);
   void PlaceWindow();
 
   Form& form_;
