@@ -4,28 +4,105 @@
 // times, prints what it saw as one line, and has a control: the same harm without the protection,
 // which must do damage, or the row proves nothing.
 
+#include <sqlite3.h>
+
 #include <cstdlib>
 #include <iostream>
+#include <random>
 #include <string>
 #include <string_view>
+
+#include "platform/files/text_encoding.h"
 
 namespace ostrel {
 
 /// All that a row can do is done where the environment variable OSTREL_BATTERY is "full"; else so
 /// much that the rows together take less than a minute.
-inline bool FullBattery() {
+inline int Runs(int full, int brief) {
   const char* asked = std::getenv("OSTREL_BATTERY");
-  return asked != nullptr && std::string_view(asked) == "full";
+  return asked != nullptr && std::string_view(asked) == "full" ? full : brief;
 }
-
-inline int Runs(int full, int brief) { return FullBattery() ? full : brief; }
 
 /// Where every row's random numbers begin, so that a failure comes again.
 inline constexpr unsigned kSeed = 20041118;
 
 /// "Killed: 2000 runs, ..." on a line of standard output.
-inline void Figure(const char* row, const std::string& text) {
-  std::cout << row << ": " << text << std::endl;
+template <typename... Parts>
+void Figure(const char* row, const Parts&... parts) {
+  std::cout << row << ": ";
+  (std::cout << ... << parts) << "; seed " << kSeed << std::endl;
+}
+
+/// Harm that bytes come to.
+class Harm {
+ public:
+  explicit Harm(unsigned seed = kSeed) : random_(seed) {}
+
+  std::size_t Below(std::size_t bound) { return random_() % bound; }
+  bool Coin() { return Below(2) == 0; }
+
+  void FlipBit(std::string& bytes) {
+    char& byte = bytes[Below(bytes.size())];
+    byte = static_cast<char>(byte ^ 1 << Below(8));
+  }
+  std::string Bytes(std::size_t count) {
+    std::string bytes(count, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(Below(256));
+    return bytes;
+  }
+  /// A text of any letters, half of them ASCII.
+  std::string Letters(std::size_t count) {
+    std::string text;
+    for (; count > 0; --count) {
+      text += Coin() ? std::string(1, static_cast<char>(Below(128))) : FromUtf16(Bytes(2), false);
+    }
+    return text;
+  }
+  /// As a bad disk, a broken copy or a wrong hand leaves a file.
+  std::string Spoil(std::string bytes) {
+    for (std::size_t harm = 1 + Below(3); harm > 0 && !bytes.empty(); --harm) {
+      const std::size_t at = Below(bytes.size()), count = 1 + Below(64);
+      switch (Below(6)) {
+        case 0:
+          bytes.resize(at);
+          break;
+        case 1:
+          bytes.erase(at, count);
+          break;
+        case 2:
+          bytes.insert(at, bytes.substr(Below(bytes.size()), count));
+          break;
+        case 3:
+          bytes.replace(at, count, Bytes(count));
+          break;
+        default:
+          FlipBit(bytes);
+      }
+    }
+    return bytes;
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+/// SQLite's own answer about a store, as any program at the file would get it: "a,b|c,d" of two rows,
+/// "error" where it has none. Statements that answer nothing are carried out.
+inline std::string AskSqlite(const std::string& path, const std::string& sql) {
+  std::string answer;
+  sqlite3* handle = nullptr;
+  const auto row = [](void* text, int count, char** cells, char**) {
+    auto& all = *static_cast<std::string*>(text);
+    if (!all.empty()) all += '|';
+    for (int cell = 0; cell < count; ++cell) {
+      (all += cell > 0 ? "," : "") += cells[cell] == nullptr ? "~" : cells[cell];
+    }
+    return 0;
+  };
+  const int opened = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+  const int asked = sqlite3_exec(handle, sql.c_str(), row, &answer, nullptr);
+  sqlite3_close(handle);
+  return opened == SQLITE_OK && asked == SQLITE_OK ? answer : "error";
 }
 
 }  // namespace ostrel

@@ -4,8 +4,6 @@
 // call that changes a file below a folder before it is made, and may refuse it, cut it short, or end
 // the process there. Nothing is ever really flushed, so that thousands of runs are quick.
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -13,6 +11,7 @@
 namespace ostrel {
 
 enum class DiskCallKind {
+  Read,
   Open,
   Create,
   Write,
@@ -21,18 +20,16 @@ enum class DiskCallKind {
   FlushFolder,
   Rename,
   Remove,
-  MakeFolder,
-  Read
+  MakeFolder
 };
 
 struct DiskCall {
   DiskCallKind What;
   std::string Path;  ///< as the system names it now
   std::string To = {};
-  ino_t Inode = 0;              ///< once there is a file; after the call for Create
   std::int64_t At = 0;          ///< of a write; the new size of a cut
-  std::int64_t Size = 0;        ///< of the file before the call
   std::string_view Bytes = {};  ///< may be shortened before the call, at least to one byte
+  std::int64_t Size = 0;        ///< of the file before the call
 };
 
 class DiskWatcher {
@@ -46,10 +43,7 @@ class DiskWatcher {
   virtual int Before(DiskCall&) { return 0; }
   virtual void After(const DiskCall&) {}
 
-  bool Watches(const std::string& path) const;
-
- private:
-  std::string folder_;
+  const std::string Folder;
 };
 
 }  // namespace ostrel
