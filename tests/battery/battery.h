@@ -4,6 +4,7 @@
 // times, prints what it saw as one line, and has a control: the same harm without the protection,
 // which must do damage, or the row proves nothing.
 
+#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <cstdlib>
@@ -11,6 +12,8 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/files/text_encoding.h"
 
@@ -26,12 +29,34 @@ inline int Runs(int full, int brief) {
 /// Where every row's random numbers begin, so that a failure comes again.
 inline constexpr unsigned kSeed = 20041118;
 
-/// "Killed: 2000 runs, ..." on a line of standard output.
-template <typename... Parts>
-void Figure(const char* row, const Parts&... parts) {
-  std::cout << row << ": ";
-  (std::cout << ... << parts) << "; seed " << kSeed << std::endl;
-}
+/// What a row counts, printed at its end: "Killed: 2000 runs, 1990 killed before the day's end;
+/// control: 200 lost lines that were held back; seed 20041118".
+class Row {
+ public:
+  ///   control  what the same harm does without the protection; it must have done so
+  Row(const char* name, const char* control) : name_(name), control_(control) {}
+  ~Row() {
+    EXPECT_GT(Control, 0) << name_ << " proves nothing";
+    std::cout << name_ << ": ";
+    for (const auto& [what, count] : counts_) std::cout << count << " " << what << ", ";
+    std::cout << (testing::Test::HasFailure() ? "FAILED" : "nothing lost")
+              << "; control: " << Control << " " << control_ << "; seed " << kSeed << std::endl;
+  }
+  Row(const Row&) = delete;
+  Row& operator=(const Row&) = delete;
+
+  std::int64_t& operator[](std::string_view what) {
+    for (auto& [known, count] : counts_) {
+      if (known == what) return count;
+    }
+    return counts_.emplace_back(what, 0).second;
+  }
+  std::int64_t Control = 0;
+
+ private:
+  const char *name_, *control_;
+  std::vector<std::pair<std::string, std::int64_t>> counts_;
+};
 
 /// Harm that bytes come to.
 class Harm {

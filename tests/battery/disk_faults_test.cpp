@@ -136,15 +136,15 @@ class DiskFaults : public testing::Test {
     };
     day.Hands.OnReport = [&](const std::string&) { return healed(answer); };
     day.Hands.OnOkCancel = [&] {
-      ++notReady;
+      ++row["times disk not ready"];
       return healed(retries ? BoxAnswer::Ok : BoxAnswer::Cancel);
     };
     const bool ended = !Ran(command);
     const bool struck = fault->Struck;
     fault.reset();
     if (!struck) return false;
-    ++runs;
-    reports += day.Hands.Reports.size();
+    ++row["runs"];
+    row["reports"] += std::ssize(day.Hands.Reports);
     told = testing::PrintToString(day.Hands.Messages) + testing::PrintToString(day.Hands.Reports);
     SCOPED_TRACE(told);
     if (retries) {
@@ -223,11 +223,9 @@ class DiskFaults : public testing::Test {
     }
   }
 
-  /// The figures, and the control: an import file written straight into its place ten times under the
-  /// same fault is neither the old nor the new one afterwards.
-  void Print(const char* row, Fault fault) {
+  /// Control: an import file written straight into its place, ten times under the same fault.
+  void WritePlainly(Fault fault) {
     const std::string& content = clean[kImport].at(kImportFile);
-    int torn = 0;
     for (int n = 1; n <= 10; ++n) {
       day.Reset();
       const std::string old = day.Laptop.Folder.Read(kImportFile);
@@ -236,12 +234,8 @@ class DiskFaults : public testing::Test {
         day.Laptop.Folder.Write(kImportFile, content);
       }
       const std::string found = day.Laptop.Folder.Read(kImportFile);
-      if (found != old && found != content) ++torn;
+      if (found != old && found != content) ++row.Control;
     }
-    EXPECT_GT(torn, 0) << "a plain writer does as well";
-    Figure(row, runs, " runs, ", reports, " reports, ", notReady, " times disk not ready",
-           HasFailure() ? ": FAILED" : ": nothing lost", "; control: a plain writer's file torn ",
-           torn, " times of 10");
   }
 
   WorkingDay day;
@@ -249,27 +243,27 @@ class DiskFaults : public testing::Test {
   std::vector<Lines> said, entered;
   std::vector<Contents> clean;
   std::string told;  ///< by the run played last
-  int runs = 0, notReady = 0;
-  std::size_t reports = 0;
+  Row row{testing::UnitTest::GetInstance()->current_test_info()->name(),
+          "times of 10 a plain writer's file is torn"};
 };
 
 constexpr BoxAnswer kAnswers[] = {BoxAnswer::Retry, BoxAnswer::Ignore};
 
-TEST_F(DiskFaults, AFullDiskIsReportedAndKeepsAllThatWasWritten) {
+TEST_F(DiskFaults, FullDisk) {
   Harm random;
   const int wanted = Runs(500, 40);
-  for (int tries = 0; runs < wanted && tries < 10 * wanted && !HasFailure(); ++tries) {
+  for (int tries = 0; row["runs"] < wanted && tries < 10 * wanted && !HasFailure(); ++tries) {
     const std::size_t command = random.Below(kDay.size());
     const auto room = static_cast<std::int64_t>(random.Below(1U << random.Below(17)));
     if (!Play(command, Fault::Full, room, kAnswers[random.Below(2)])) continue;
     const bool names = told.find("space") != told.npos || told.find("full") != told.npos;
     EXPECT_TRUE(names || command == kStop) << kDay[command].Name << " " << room << told;
   }
-  EXPECT_GE(runs, wanted);
-  Print("Full disk", Fault::Full);
+  EXPECT_GE(row["runs"], wanted);
+  WritePlainly(Fault::Full);
 }
 
-TEST_F(DiskFaults, EveryCallMayFail) {
+TEST_F(DiskFaults, IoErrors) {
   const std::pair<Fault, BoxAnswer> cases[] = {{Fault::Once, BoxAnswer::Retry},
                                                {Fault::ForGood, BoxAnswer::Retry},
                                                {Fault::ForGood, BoxAnswer::Ignore}};
@@ -278,17 +272,17 @@ TEST_F(DiskFaults, EveryCallMayFail) {
       for (int n = 1; Play(command, fault, n, answer) && !HasFailure();) n += Runs(1, 7);
     }
   }
-  Print("I/O errors", Fault::Once);
+  WritePlainly(Fault::Once);
 }
 
-TEST_F(DiskFaults, TheStickMayBePulledAtAnyMoment) {
+TEST_F(DiskFaults, PulledStick) {
   for (const std::size_t command : {kImport, kUpdate}) {
     for (const BoxAnswer answer : kAnswers) {
       for (int n = 1; Play(command, Fault::Pulled, n, answer) && !HasFailure();) ++n;
     }
   }
-  EXPECT_GT(notReady, 0);
-  Print("Pulled stick", Fault::Pulled);
+  EXPECT_GT(row["times disk not ready"], 0);
+  WritePlainly(Fault::Pulled);
 }
 
 }  // namespace

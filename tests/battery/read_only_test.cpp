@@ -69,12 +69,13 @@ TEST(ReadOnly, IsReportedOnceAndLeavesTheProgramUsable) {
     std::string What;
     const char* Said;
     const char* Lines;
-  } cases[] = {{"", taken, "3"},  // control: nothing protected, the line is saved
+  } cases[] = {{"", taken, "3"},  // the control
                {"app/Prin1234.mdb", refused, "2"},
                {"app", refused, "2"},
                {"config/Halvane.ini", taken, "3"},
                {"config", taken, "3"},
                {"app/Errors.Log", taken, "3"}};
+  Row row("Read-only", "line saved where nothing is protected");
   for (const auto& [what, said, lines] : cases) {
     SCOPED_TRACE(what);
     Payroll payroll;
@@ -93,11 +94,10 @@ TEST(ReadOnly, IsReportedOnceAndLeavesTheProgramUsable) {
     fs::permissions(path, fs::perms::all);
     const std::string store = payroll.App("Prin1234.mdb");
     EXPECT_EQ(AskSqlite(store, "SELECT count(*) FROM OstrelPr"), lines);
+    ++(what.empty() ? row.Control : row["things write-protected in turn"]);
     EXPECT_EQ(AskSqlite(store, "PRAGMA integrity_check"), "ok");
     EXPECT_EQ(payroll.Ini() == ini, what.starts_with("config")) << payroll.Ini();
   }
-  Figure("Read-only", std::size(cases) - 1,
-         " things write-protected in turn; control: ", "unprotected, the line is saved");
 }
 
 }  // namespace

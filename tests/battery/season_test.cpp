@@ -134,12 +134,15 @@ TEST(LongRun, ASeasonCostsTheSameADay) {
     EXPECT_EQ(Laptop().WorkDay(day).File, costs[static_cast<std::size_t>(day)].File) << day;
   }
   EXPECT_NE(Laptop().WorkDay(0, 1).File, costs[0].File) << "with a line less";
-  Figure("Long run", days, " days of ", kLinesADay, " lines, each import file as by itself; day 2 ",
-         "and the last: ", early.Steps / kLinesADay, " and ", late.Steps / kLinesADay,
-         " steps a line, ", std::lround(early.Microseconds), " and ",
-         std::lround(late.Microseconds), " us a line, ", early.Memory / 1024, " and ",
-         late.Memory / 1024, " KB in use; control: ", steep.Steps / kLinesADay,
-         " steps a line without the index");
+  Row row("Long run", "steps a line without the index");
+  row["days"] = days;
+  row["steps a line on day 2"] = early.Steps / kLinesADay;
+  row["on the last"] = late.Steps / kLinesADay;
+  row["us a line on day 2"] = std::lround(early.Microseconds);
+  row["us on the last"] = std::lround(late.Microseconds);
+  row["KB on day 2"] = early.Memory / 1024;
+  row["KB on the last"] = late.Memory / 1024;
+  row.Control = steep.Steps / kLinesADay;
 }
 
 }  // namespace
