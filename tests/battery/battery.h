@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <random>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -86,23 +87,13 @@ class Harm {
   /// As a bad disk, a broken copy or a wrong hand leaves a file.
   std::string Spoil(std::string bytes) {
     for (std::size_t harm = 1 + Below(3); harm > 0 && !bytes.empty(); --harm) {
-      const std::size_t at = Below(bytes.size()), count = 1 + Below(64);
-      switch (Below(6)) {
-        case 0:
-          bytes.resize(at);
-          break;
-        case 1:
-          bytes.erase(at, count);
-          break;
-        case 2:
-          bytes.insert(at, bytes.substr(Below(bytes.size()), count));
-          break;
-        case 3:
-          bytes.replace(at, count, Bytes(count));
-          break;
-        default:
-          FlipBit(bytes);
-      }
+      const std::size_t at = Below(bytes.size()), count = 1 + Below(64), kind = Below(6);
+      const std::string copied = bytes.substr(Below(bytes.size()), count);
+      if (kind == 0) bytes.resize(at);
+      if (kind == 1) bytes.erase(at, count);
+      if (kind == 2) bytes.insert(at, copied);
+      if (kind == 3) bytes.replace(at, count, Bytes(count));
+      if (kind > 3) FlipBit(bytes);
     }
     return bytes;
   }
@@ -110,6 +101,14 @@ class Harm {
  private:
   std::mt19937 random_;
 };
+
+/// The parts of "a|b|c".
+inline std::vector<std::string> Split(const std::string& text) {
+  std::istringstream all(text);
+  std::vector<std::string> parts;
+  for (std::string part; std::getline(all, part, '|');) parts.push_back(part);
+  return parts;
+}
 
 /// SQLite's own answer about a store, as any program at the file would get it: "a,b|c,d" of two rows,
 /// "error" where it has none. Statements that answer nothing are carried out.

@@ -35,31 +35,33 @@ class FaultyDisk : public DiskWatcher {
   FaultyDisk(const Payroll& laptop, Fault fault, std::int64_t amount)
       : DiskWatcher(laptop.Folder.Path() + (fault == Fault::Pulled ? "/disk" : "")),
         fault_(fault),
-        left_(amount) {}
-  ~FaultyDisk() override { End(); }
+        left_(amount) {
+    Before = [this](DiskCall& call) { return Strike(call); };
+  }
+  ~FaultyDisk() { End(); }
   void End() {  // from here on the disk is well
     well_ = true;
     std::error_code there;
     fs::rename(away_, Folder, there);
   }
 
-  int Before(DiskCall& call) override {
+  bool Struck = false;
+
+ private:
+  int Strike(DiskCall& call) {
     if (well_) return 0;
     if (fault_ == Fault::Full) return Fit(call);
-    if (call.What == DiskCallKind::Read && fault_ != Fault::Pulled) return 0;
+    if (call.What == DiskOp::Read && fault_ != Fault::Pulled) return 0;
     --left_;
     if (left_ > 0 || (left_ < 0 && fault_ != Fault::ForGood)) return 0;
     Struck = true;
     return fault_ == Fault::Pulled ? Pull(call.What) : EIO;
   }
 
-  bool Struck = false;
-
- private:
   int Fit(DiskCall& call) {
-    if (call.What == DiskCallKind::Remove) left_ += call.Size;
-    if (call.What == DiskCallKind::Cut) left_ += call.Size - call.At;
-    if (call.What != DiskCallKind::Write) return 0;
+    if (call.What == DiskOp::Remove) left_ += call.Size;
+    if (call.What == DiskOp::Cut) left_ += call.Size - call.At;
+    if (call.What != DiskOp::Write) return 0;
     const std::int64_t count = std::ssize(call.Bytes);
     const std::int64_t old = std::clamp<std::int64_t>(call.Size - call.At, 0, count);
     const std::int64_t fits = std::min(count, old + left_);
@@ -71,7 +73,7 @@ class FaultyDisk : public DiskWatcher {
   }
 
   // What was open there answers with errors from now on, as address 0 of this process does.
-  int Pull(DiskCallKind what) const {
+  int Pull(DiskOp what) const {
     fs::rename(Folder, away_);
     const int broken = open("/proc/self/mem", O_RDWR | O_CLOEXEC);
     for (const auto& handle : fs::directory_iterator("/proc/self/fd")) {
@@ -80,8 +82,7 @@ class FaultyDisk : public DiskWatcher {
       if (path.starts_with(away_)) dup2(broken, std::stoi(handle.path().filename()));
     }
     close(broken);
-    const bool byName =
-        what == DiskCallKind::Open || what == DiskCallKind::Create || what == DiskCallKind::Rename;
+    const bool byName = what == DiskOp::Open || what == DiskOp::Create || what == DiskOp::Rename;
     return byName ? ENOENT : EIO;
   }
 
@@ -114,12 +115,9 @@ class DiskFaults : public testing::Test {
 
   /// The lines without what the hours calculation sets.
   Lines Entered() const {
-    std::istringstream all(
+    return Split(
         day.Ask("SELECT EMPL_NUMB, SORT_NAME, ETIME, ETIME_STOP, EVENT_TYPE, QUANTITY, QUAN_DESC, "
                 "ENTERPRISE, OPERATION, EQUIP_NUMB, MEMO, RATE FROM OstrelPr ORDER BY rowid"));
-    Lines lines;
-    for (std::string line; std::getline(all, line, '|');) lines.push_back(line);
-    return lines;
   }
 
   /// Plays a command under a fault.
@@ -183,8 +181,8 @@ class DiskFaults : public testing::Test {
 
   /// The fault went unanswered: all is as it was or as it should be, and the next start is well.
   void ExpectWhole(std::size_t command) {
-    const bool claimed = *kDay[command].Done != '\0' && day.Hands.Reports.empty() &&
-                         day.Hands.Messages == said[command];
+    const bool claimed =
+        !said[command].empty() && day.Hands.Reports.empty() && day.Hands.Messages == said[command];
     EXPECT_TRUE(!claimed || day.Found() == clean[command]);
     if (command != kStart) ExpectLines(command);
     if (told.find("CalcEmplHours") != told.npos) AcceptUnfinishedHours();

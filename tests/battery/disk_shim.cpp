@@ -58,8 +58,8 @@ auto Ask(DiskCall asked, Call call) -> decltype(call(asked)) {
   const Aside aside;
   struct stat state {};
   if (stat(asked.Path.c_str(), &state) == 0) asked.Size = state.st_size;
-  if (asked.What == DiskCallKind::Flush && S_ISDIR(state.st_mode)) {
-    asked.What = DiskCallKind::FlushFolder;
+  if (asked.What == DiskOp::Flush && S_ISDIR(state.st_mode)) {
+    asked.What = DiskOp::FlushFolder;
   }
   if (const int code = aside->Before(asked); code != 0) {
     errno = code;
@@ -75,7 +75,7 @@ auto Ask(DiskCall asked, Call call) -> decltype(call(asked)) {
 template <typename Call>
 ssize_t AskToWrite(int handle, const void* bytes, std::size_t count, off_t at, Call next) {
   const std::string_view all(static_cast<const char*>(bytes), count);
-  return Ask({DiskCallKind::Write, PathOf(handle), {}, at, all},
+  return Ask({DiskOp::Write, PathOf(handle), {}, at, all},
              [&](const DiskCall& call) { return next(call.Bytes.size()); });
 }
 
@@ -91,7 +91,7 @@ DiskWatcher::~DiskWatcher() { watcher = nullptr; }
 extern "C" {
 
 using ostrel::DiskCall;
-using ostrel::DiskCallKind;
+using ostrel::DiskOp;
 
 int open64(const char* path, int flags, ...) {
   static auto* const next = ostrel::Next(open64, "open64");
@@ -103,7 +103,7 @@ int open64(const char* path, int flags, ...) {
     va_end(arguments);
   }
   const bool makes = (flags & O_CREAT) != 0 && access(path, F_OK) != 0;
-  return ostrel::Ask({makes ? DiskCallKind::Create : DiskCallKind::Open, path},
+  return ostrel::Ask({makes ? DiskOp::Create : DiskOp::Open, path},
                      [&](const DiskCall&) { return next(path, flags, mode); });
 }
 int open(const char* path, int flags, ...) __attribute__((alias("open64")));
@@ -124,48 +124,44 @@ ssize_t pwrite64(int handle, const void* bytes, std::size_t count, off64_t at) {
 ssize_t pwrite(int, const void*, std::size_t, off_t) __attribute__((alias("pwrite64")));
 
 int fsync(int handle) {
-  return ostrel::Ask({DiskCallKind::Flush, ostrel::PathOf(handle)},
-                     [](const DiskCall&) { return 0; });
+  return ostrel::Ask({DiskOp::Flush, ostrel::PathOf(handle)}, [](const DiskCall&) { return 0; });
 }
 int fdatasync(int) __attribute__((alias("fsync")));
 
 int ftruncate64(int handle, off64_t size) noexcept {
   static auto* const next = ostrel::Next(ftruncate64, "ftruncate64");
-  return ostrel::Ask({DiskCallKind::Cut, ostrel::PathOf(handle), {}, size},
+  return ostrel::Ask({DiskOp::Cut, ostrel::PathOf(handle), {}, size},
                      [&](const DiskCall&) { return next(handle, size); });
 }
 int ftruncate(int, off_t) noexcept __attribute__((alias("ftruncate64")));
 
 int rename(const char* from, const char* to) noexcept {
   static auto* const next = ostrel::Next(rename, "rename");
-  return ostrel::Ask({DiskCallKind::Rename, from, to},
-                     [&](const DiskCall&) { return next(from, to); });
+  return ostrel::Ask({DiskOp::Rename, from, to}, [&](const DiskCall&) { return next(from, to); });
 }
 int unlink(const char* path) noexcept {
   static auto* const next = ostrel::Next(unlink, "unlink");
-  return ostrel::Ask({DiskCallKind::Remove, path}, [&](const DiskCall&) { return next(path); });
+  return ostrel::Ask({DiskOp::Remove, path}, [&](const DiskCall&) { return next(path); });
 }
 int remove(const char* path) noexcept {
   static auto* const next = ostrel::Next(remove, "remove");
-  return ostrel::Ask({DiskCallKind::Remove, path}, [&](const DiskCall&) { return next(path); });
+  return ostrel::Ask({DiskOp::Remove, path}, [&](const DiskCall&) { return next(path); });
 }
 int unlinkat(int folder, const char* name, int flags) noexcept {
   static auto* const next = ostrel::Next(unlinkat, "unlinkat");
   const std::string path =
       name[0] == '/' || folder == AT_FDCWD ? name : ostrel::PathOf(folder) + "/" + name;
-  return ostrel::Ask({DiskCallKind::Remove, path},
+  return ostrel::Ask({DiskOp::Remove, path},
                      [&](const DiskCall&) { return next(folder, name, flags); });
 }
 int mkdir(const char* path, mode_t mode) noexcept {
   static auto* const next = ostrel::Next(mkdir, "mkdir");
-  return ostrel::Ask({DiskCallKind::MakeFolder, path},
-                     [&](const DiskCall&) { return next(path, mode); });
+  return ostrel::Ask({DiskOp::NewFolder, path}, [&](const DiskCall&) { return next(path, mode); });
 }
 std::size_t fread(void* to, std::size_t size, std::size_t count, FILE* file) {
   static auto* const next = ostrel::Next(fread, "fread");
   if (ostrel::watcher != nullptr) {  // only watched, for what may happen to the disk meanwhile
-    ostrel::Ask({DiskCallKind::Read, ostrel::PathOf(fileno(file))},
-                [](const DiskCall&) { return 0; });
+    ostrel::Ask({DiskOp::Read, ostrel::PathOf(fileno(file))}, [](const DiskCall&) { return 0; });
   }
   return next(to, size, count, file);
 }

@@ -5,26 +5,16 @@
 // the process there. Nothing is ever really flushed, so that thousands of runs are quick.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
 namespace ostrel {
 
-enum class DiskCallKind {
-  Read,
-  Open,
-  Create,
-  Write,
-  Cut,
-  Flush,
-  FlushFolder,
-  Rename,
-  Remove,
-  MakeFolder
-};
+enum class DiskOp { Read, Open, Create, Write, Cut, Flush, FlushFolder, Rename, Remove, NewFolder };
 
 struct DiskCall {
-  DiskCallKind What;
+  DiskOp What;
   std::string Path;  ///< as the system names it now
   std::string To = {};
   std::int64_t At = 0;          ///< of a write; the new size of a cut
@@ -35,15 +25,14 @@ struct DiskCall {
 class DiskWatcher {
  public:
   explicit DiskWatcher(const std::string& folder);
-  virtual ~DiskWatcher();
+  ~DiskWatcher();
   DiskWatcher(const DiskWatcher&) = delete;
   DiskWatcher& operator=(const DiskWatcher&) = delete;
 
-  /// The code of errno to fail with, or 0.
-  virtual int Before(DiskCall&) { return 0; }
-  virtual void After(const DiskCall&) {}
-
   const std::string Folder;
+  /// Gives the code of errno to fail with, or 0.
+  std::function<int(DiskCall&)> Before = [](DiskCall&) { return 0; };
+  std::function<void(const DiskCall&)> After = [](const DiskCall&) {};
 };
 
 }  // namespace ostrel

@@ -18,31 +18,6 @@
 namespace ostrel {
 namespace {
 
-constexpr int kNever = 1 << 30;
-
-/// Ends the process at the n-th change, of which some bytes are made.
-class Killer : public DiskWatcher {
- public:
-  Killer(const std::string& folder, int n, unsigned luck)
-      : DiskWatcher(folder), ToCome(n), luck_(luck) {}
-
-  int Before(DiskCall& call) override {
-    if (call.What == DiskCallKind::Read || call.What == DiskCallKind::Open) return 0;
-    if (--ToCome > 0) return 0;
-    if (call.Bytes.size() < 2 || luck_ % 4 == 0) std::raise(SIGKILL);
-    call.Bytes = call.Bytes.substr(0, 1 + luck_ % (call.Bytes.size() - 1));
-    return 0;
-  }
-  void After(const DiskCall&) override {
-    if (ToCome <= 0) std::raise(SIGKILL);
-  }
-
-  int ToCome;
-
- private:
-  unsigned luck_;
-};
-
 void KillAfter(std::chrono::nanoseconds time) {
   sigevent kill{};
   kill.sigev_notify = SIGEV_SIGNAL;
@@ -59,24 +34,37 @@ class Killed : public testing::Test {
  protected:
   Killed() : record(day) {
     day.Reset();
-    const Killer counter(day.Laptop.Folder.Path(), kNever, 0);
+    DiskWatcher counter(day.Laptop.Folder.Path());
+    counter.Before = [&](const DiskCall& call) {
+      if (Changes(call)) ++changes;
+      return 0;
+    };
     const auto from = std::chrono::steady_clock::now();
     day.Run();
     length = std::chrono::steady_clock::now() - from;
-    changes = static_cast<unsigned>(kNever - counter.ToCome);
   }
 
   enum class Moment { Any, InACall, Acknowledged };
 
+  static bool Changes(const DiskCall& call) {
+    return call.What != DiskOp::Read && call.What != DiskOp::Open;
+  }
+
   [[noreturn]] void Live(int pipe, Moment moment, unsigned luck, bool holdsBack) {
-    const int n = 1 + static_cast<int>(luck % changes);
-    const Killer killer(day.Laptop.Folder.Path(), moment == Moment::InACall ? n : kNever,
-                        luck >> 16);
+    unsigned toCome = 1 + luck % changes, savesLeft = 3 + luck % 3;
+    DiskWatcher killer(day.Laptop.Folder.Path());
+    killer.Before = [&](DiskCall& call) {  // before the call, or when some of its bytes are written
+      if (moment != Moment::InACall || !Changes(call) || --toCome > 0) return 0;
+      const unsigned part = luck >> 16;
+      if (call.Bytes.size() < 2 || part % 4 == 0) std::raise(SIGKILL);
+      call.Bytes = call.Bytes.substr(0, 1 + part % (call.Bytes.size() - 1));
+      killer.After = [](const DiskCall&) { std::raise(SIGKILL); };
+      return 0;
+    };
     if (moment == Moment::Any) KillAfter(length * (luck % 1000) / 1000);
-    unsigned left = 2 + luck % 3;  // saves
     day.Run([&] {
       if (write(pipe, ".", 1) != 1) _exit(1);
-      if (moment == Moment::Acknowledged && --left == 0) std::raise(SIGKILL);
+      if (moment == Moment::Acknowledged && --savesLeft == 0) std::raise(SIGKILL);
       if (holdsBack) PrinDb.ShareCommits();
     });
     _exit(0);

@@ -10,7 +10,6 @@
 
 #include <atomic>
 #include <map>
-#include <sstream>
 
 #include "battery/battery.h"
 #include "battery/working_day.h"
@@ -27,35 +26,25 @@ struct Meeting {
   std::atomic<int> Ready, Waits, Saves[2];
 };
 
-/// The system's files by one of SQLite's ways of locking them; counts how often a copy waits for the
+Meeting* meeting = nullptr;
+sqlite3_vfs* real = nullptr;
+
+/// Has SQLite lock the system's files in one of its ways, and counts how often a copy waits for the
 /// other.
-class WaitCounter {
- public:
-  explicit WaitCounter(const char* locking) : vfs_(*sqlite3_vfs_find(locking)) {
-    real_ = sqlite3_vfs_find(locking);
-    meeting_ = static_cast<Meeting*>(
-        mmap(nullptr, sizeof(Meeting), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    vfs_.zName = "counted";
-    vfs_.xSleep = [](sqlite3_vfs*, int time) {
-      ++meeting_->Waits;
-      return real_->xSleep(real_, time);
-    };
-    sqlite3_vfs_register(&vfs_, 1);
-  }
-  ~WaitCounter() {
-    sqlite3_vfs_unregister(&vfs_);
-    munmap(meeting_, sizeof(Meeting));
-  }
-  WaitCounter(const WaitCounter&) = delete;
-  WaitCounter& operator=(const WaitCounter&) = delete;
-
-  Meeting* operator->() const { return meeting_; }
-
- private:
-  static inline sqlite3_vfs* real_;
-  static inline Meeting* meeting_;
-  sqlite3_vfs vfs_;
-};
+void MeetBy(const char* locking) {
+  static sqlite3_vfs counted;
+  sqlite3_vfs_unregister(&counted);
+  real = sqlite3_vfs_find(locking);
+  counted = *real;
+  counted.zName = "counted";
+  counted.xSleep = [](sqlite3_vfs*, int time) {
+    ++meeting->Waits;
+    return real->xSleep(real, time);
+  };
+  sqlite3_vfs_register(&counted, 1);
+  meeting = new (mmap(nullptr, sizeof(Meeting), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS,
+                      -1, 0)) Meeting{};
+}
 
 class Locked : public testing::Test {
  protected:
@@ -68,7 +57,7 @@ class Locked : public testing::Test {
   static constexpr int kMeetings = 10;
 
   /// One of the two, in a process of its own: saves until they have met often enough.
-  [[noreturn]] void Live(int copy, const WaitCounter& meeting) {
+  [[noreturn]] void Live(int copy) {
     day.Hands.OnEventPass([&] { day.Laptop.Desktop.PassSeconds(0.5); });
     day.Hands.OnReport = [](const std::string&) -> BoxAnswer { _exit(1); };
     day.RunCommand(0);
@@ -83,13 +72,14 @@ class Locked : public testing::Test {
 
   /// Has two copies save at once.
   ///   returns  what is wrong afterwards; "" nothing
-  std::string Damage(const WaitCounter& meeting) {
+  std::string DamageBy(const char* locking) {
+    MeetBy(locking);
     Start(2);
     day.Laptop.Stop();
     pid_t copies[2];
     for (int copy = 0; copy < 2; ++copy) {
       copies[copy] = fork();
-      if (copies[copy] == 0) Live(copy, meeting);
+      if (copies[copy] == 0) Live(copy);
     }
     std::string damage;
     for (const pid_t copy : copies) {
@@ -98,8 +88,9 @@ class Locked : public testing::Test {
       if (end != 0) damage += "a box was shown: " + day.Laptop.Folder.Read("app/Errors.Log");
     }
     std::map<std::string, int> lines;
-    std::istringstream all(day.Ask("SELECT CAST(EMPL_NUMB AS INT) FROM OstrelPr"));
-    for (std::string line; std::getline(all, line, '|');) ++lines[line];
+    for (const std::string& line : Split(day.Ask("SELECT CAST(EMPL_NUMB AS INT) FROM OstrelPr"))) {
+      ++lines[line];
+    }
     for (int copy = 0; copy < 2; ++copy) {
       for (int i = 0; i < meeting->Saves[copy]; ++i) {
         const std::string line = std::to_string(10'000 * (copy + 1) + i);
@@ -152,15 +143,12 @@ TEST_F(Locked, ASaveWaitsForAnotherUserAndAsksAfterTenSeconds) {
 
 TEST_F(Locked, TwoCopiesSaveAtOnce) {
   Row row("Two copies", "store damaged by two that take no notice of each other");
-  {
-    const WaitCounter meeting("unix");
-    EXPECT_EQ(Damage(meeting), "");
-    row["saves"] = meeting->Saves[0] + meeting->Saves[1];
-    row["waits for the other"] = meeting->Waits;
-  }
+  EXPECT_EQ(DamageBy("unix"), "");
+  row["saves"] = meeting->Saves[0] + meeting->Saves[1];
+  row["waits for the other"] = meeting->Waits;
   EXPECT_GE(row["waits for the other"], kMeetings) << "they hardly met";
-  const WaitCounter unlocked("unix-none");
-  if (!Damage(unlocked).empty()) ++row.Control;
+  if (!DamageBy("unix-none").empty()) ++row.Control;
+  MeetBy("unix");
 }
 
 }  // namespace

@@ -20,39 +20,23 @@ namespace fs = std::filesystem;
 constexpr std::size_t kSector = 512;
 
 struct Change {
-  DiskCallKind What;
+  DiskOp What;
   std::string Path, To, Bytes;
   std::size_t At = 0;
   int File = 0;  // number of a new one
-};
-
-class Recorder : public DiskWatcher {
- public:
-  using DiskWatcher::DiskWatcher;
-
-  void After(const DiskCall& call) override {
-    if (call.What == DiskCallKind::Open || call.What == DiskCallKind::Read) return;
-    const auto name = [&](const std::string& path) {
-      return path.empty() ? "" : fs::path(path).lexically_relative(Folder).string();
-    };
-    Changes.push_back({call.What, name(call.Path), name(call.To), std::string(call.Bytes),
-                       static_cast<std::size_t>(call.At), static_cast<int>(Changes.size())});
-  }
-
-  std::vector<Change> Changes;
 };
 
 using Names = std::map<std::string, int>;  // numbers of files; folders end in /
 
 void Apply(Names& names, const Change& change) {
   switch (change.What) {
-    case DiskCallKind::Create:
+    case DiskOp::Create:
       names[change.Path] = change.File;
       return;
-    case DiskCallKind::MakeFolder:
+    case DiskOp::NewFolder:
       names[change.Path + "/"] = 0;
       return;
-    case DiskCallKind::Remove:
+    case DiskOp::Remove:
       names.erase(change.Path);
       names.erase(change.Path + "/");
       return;
@@ -68,7 +52,7 @@ void Apply(Names& names, const Change& change) {
 }
 
 void Apply(std::string& content, const Change& change) {
-  if (change.What == DiskCallKind::Cut) return content.resize(change.At);
+  if (change.What == DiskOp::Cut) return content.resize(change.At);
   content.resize(std::max(content.size(), change.At + change.Bytes.size()));
   content.replace(change.At, change.Bytes.size(), change.Bytes);
 }
@@ -87,14 +71,14 @@ class Disk {
   void Take(const Change& change, bool flushes) {
     const auto file = now_.find(change.Path);
     switch (change.What) {
-      case DiskCallKind::Write:
-      case DiskCallKind::Cut:
+      case DiskOp::Write:
+      case DiskOp::Cut:
         if (file != now_.end()) files_[file->second].Pending.push_back(&change);
         return;
-      case DiskCallKind::Flush:
+      case DiskOp::Flush:
         if (flushes && file != now_.end()) Flush(files_[file->second]);
         return;
-      case DiskCallKind::FlushFolder:
+      case DiskOp::FlushFolder:
         if (flushes) FlushFolder(change.Path);
         return;
       default:
@@ -165,15 +149,24 @@ class Disk {
 
 TEST(PowerCut, LosesNothingThatWasSaidToBeWritten) {
   WorkingDay day;
-  const DayRecord record(day);
+  const DayRecord undisturbed(day);
+  const std::string folder = day.Laptop.Folder.Path();
   day.Reset();
-  const Contents morning = ReadContents(day.Laptop.Folder.Path());
+  const Contents morning = ReadContents(folder);
   std::vector<std::size_t> acknowledged;  // by which change
   std::vector<Change> changes;
+  const auto record = [&](const DiskCall& call) {
+    const auto name = [&](const std::string& path) {
+      return path.empty() ? "" : fs::path(path).lexically_relative(folder).string();
+    };
+    if (call.What == DiskOp::Open || call.What == DiskOp::Read) return;
+    changes.push_back({call.What, name(call.Path), name(call.To), std::string(call.Bytes),
+                       static_cast<std::size_t>(call.At), static_cast<int>(changes.size())});
+  };
   {
-    Recorder recorder(day.Laptop.Folder.Path());
-    day.Run([&] { acknowledged.push_back(recorder.Changes.size()); });
-    changes = std::move(recorder.Changes);
+    DiskWatcher watcher(folder);
+    watcher.After = record;
+    day.Run([&] { acknowledged.push_back(changes.size()); });
   }
   const int runs = Runs(5000, 300);
   Row row("Power cut", "disk states damaged where nothing is flushed");
@@ -188,7 +181,7 @@ TEST(PowerCut, LosesNothingThatWasSaidToBeWritten) {
       const auto heard = std::upper_bound(acknowledged.begin(), acknowledged.end(), moment);
       day.Reset(disk.AfterCut(random));
       const std::string damage =
-          record.DamageAfter(day, static_cast<std::size_t>(heard - acknowledged.begin()));
+          undisturbed.DamageAfter(day, static_cast<std::size_t>(heard - acknowledged.begin()));
       EXPECT_TRUE(!flushes || damage.empty()) << run << ", at " << moment << ": " << damage;
       if (!flushes && !damage.empty()) ++row.Control;
     }

@@ -67,26 +67,18 @@ void ClockInACrew(WorkingDay& day) {
 void ClockOut(WorkingDay& day) {
   day.Laptop.SetClock("11/18/04 3:30 pm");
   day.Laptop.Choose(mnuClockoutAllEmpls);
-  day.Acknowledge();
-}
-
-void Stop(WorkingDay& day) {
-  day.Laptop.Stop();
-  day.Acknowledge();
 }
 
 }  // namespace
 
 const std::vector<DayCommand> kDay = {
-    {"start", [](WorkingDay& day) { day.Laptop.Start(); }, ""},
-    {"save", SaveLines, ""},
-    {"crew", ClockInACrew, "have been clocked in"},
-    {"clock out", ClockOut, ""},
-    {"import", [](WorkingDay& day) { day.Laptop.Choose(mnuWriteImportFile); },
-     "lines have successfully been written"},
-    {"update", [](WorkingDay& day) { day.Laptop.Choose(mnuUpdateDescs); },
-     "have been successfully updated"},
-    {"stop", Stop, ""},
+    {"start", [](WorkingDay& day) { day.Laptop.Start(); }},
+    {"save", SaveLines},
+    {"crew", ClockInACrew},
+    {"clock out", ClockOut},
+    {"import", [](WorkingDay& day) { day.Laptop.Choose(mnuWriteImportFile); }},
+    {"update", [](WorkingDay& day) { day.Laptop.Choose(mnuUpdateDescs); }},
+    {"stop", [](WorkingDay& day) { day.Laptop.Stop(); }},
 };
 
 WorkingDay::WorkingDay() : Hands(Laptop.Desktop, BoxAnswer::Abort) {
@@ -94,11 +86,7 @@ WorkingDay::WorkingDay() : Hands(Laptop.Desktop, BoxAnswer::Abort) {
   Laptop.Folder.Write("disk/Pck-1234.asc", "last week's lines\r\n");
   Laptop.WriteIni("UseTimeClock=True\r\nAutosetTime=True\r\nComments=Crew #2\r\n");
   morning_ = ReadContents(Laptop.Folder.Path());
-  Hands.OnMessage = [this](const std::string& text) {
-    for (const DayCommand& command : kDay) {
-      if (*command.Done != '\0' && text.find(command.Done) != text.npos) Acknowledge();
-    }
-  };
+  Hands.OnMessage = [this](const std::string&) { Acknowledge(); };
   Reset();
 }
 
@@ -136,6 +124,7 @@ void WorkingDay::Run(const std::function<void()>& acknowledged) {
 void WorkingDay::RunCommand(std::size_t command) {
   Laptop.SetClock("11/18/04 10:42 am");
   kDay[command].Run(*this);
+  Acknowledge();
 }
 
 void WorkingDay::Acknowledge() const {
@@ -155,30 +144,6 @@ Contents WorkingDay::Found() const {
   return found;
 }
 
-namespace {
-
-/// Calls back whenever files are a version that a start may find: after each renaming, and before
-/// the journal that each commit begins with.
-class VersionWatcher : public DiskWatcher {
- public:
-  VersionWatcher(const std::string& folder, std::function<void()> note)
-      : DiskWatcher(folder), note_(std::move(note)) {}
-  int Before(DiskCall& call) override {
-    if (call.What == DiskCallKind::Write && call.At == 0 && call.Path.ends_with("-journal")) {
-      note_();
-    }
-    return 0;
-  }
-  void After(const DiskCall& call) override {
-    if (call.What == DiskCallKind::Rename) note_();
-  }
-
- private:
-  std::function<void()> note_;
-};
-
-}  // namespace
-
 DayRecord::DayRecord(WorkingDay& day) {
   const auto note = [&] {
     for (const auto& [name, content] : day.Found()) {
@@ -189,7 +154,16 @@ DayRecord::DayRecord(WorkingDay& day) {
   };
   day.Reset();
   note();
-  const VersionWatcher watcher(day.Laptop.Folder.Path(), note);
+  // A start may find files as they are behind each renaming and before the journal of each commit.
+  DiskWatcher watcher(day.Laptop.Folder.Path());
+  watcher.After = [&](const DiskCall& call) {
+    if (call.What == DiskOp::Rename) note();
+  };
+  watcher.Before = [&](const DiskCall& call) {
+    const bool begins = call.What == DiskOp::Write && call.At == 0;
+    if (begins && call.Path.ends_with("-journal")) note();
+    return 0;
+  };
   day.Run([&] {
     note();
     auto& now = at_.emplace_back();

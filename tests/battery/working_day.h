@@ -36,7 +36,7 @@ class WorkingDay {
   void Kill();  ///< the program, as it stands
 
   /// All commands in turn. `acknowledged` is called whenever the operator may believe something to
-  /// be written: a save has returned, a box has said so, the program has ended.
+  /// be written: a save or a command has returned, or a box has said so.
   void Run(const std::function<void()>& acknowledged = {});
   void RunCommand(std::size_t command);
   void Acknowledge() const;
@@ -60,7 +60,6 @@ inline constexpr const char* kLines = "lines";
 struct DayCommand {
   const char* Name;
   void (*Run)(WorkingDay&);
-  const char* Done;  ///< what the operator is told when it is done; "" nothing
 };
 extern const std::vector<DayCommand> kDay;
 
