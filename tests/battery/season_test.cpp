@@ -27,17 +27,15 @@ std::int64_t stepsTaken = 0;
 
 /// Counts the steps on every store that is opened from here on.
 void CountSteps() {
-  const auto count = [](unsigned, void*, void* statement, void*) {
-    stepsTaken +=
-        sqlite3_stmt_status(static_cast<sqlite3_stmt*>(statement), SQLITE_STMTSTATUS_VM_STEP, 1);
-    return 0;
-  };
-  static int (*const counted)(unsigned, void*, void*, void*) = count;
   const auto watch = [](sqlite3* store, const char**, const sqlite3_api_routines*) {
-    return sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, counted, nullptr);
+    const auto count = [](unsigned, void*, void* statement, void*) {
+      auto* done = static_cast<sqlite3_stmt*>(statement);
+      stepsTaken += sqlite3_stmt_status(done, SQLITE_STMTSTATUS_VM_STEP, 1);
+      return 0;
+    };
+    return sqlite3_trace_v2(store, SQLITE_TRACE_PROFILE, count, nullptr);
   };
-  int (*const watched)(sqlite3*, const char**, const sqlite3_api_routines*) = watch;
-  sqlite3_auto_extension(reinterpret_cast<void (*)()>(watched));
+  sqlite3_auto_extension(reinterpret_cast<void (*)()>(+watch));
 }
 
 /// What a day has cost.

@@ -168,6 +168,14 @@ DayRecord::DayRecord(WorkingDay& day) {
     note();
     auto& now = at_.emplace_back();
     for (const auto& [name, versions] : versions_) now[name] = versions.size();
+    // What the program shows is on the disk, and what it says to be written is written.
+    if (PrinDbOpen) {
+      EXPECT_EQ(day.Ask("SELECT count(*) FROM OstrelPr"),
+                std::to_string(PrinDb.OpenRecordset("OstrelPr").RowCount()));
+    }
+    for (const std::string& text : day.Hands.Messages) {
+      EXPECT_TRUE(text.find("been written") == text.npos || now["disk/Pck-1234.asc"] == 2) << text;
+    }
   });
 }
 
