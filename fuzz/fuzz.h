@@ -36,7 +36,8 @@ auto Attempt(std::initializer_list<std::int32_t> refusals, Call call)
 
 }  // namespace ostrel
 
-extern "C" [[gnu::used]] inline int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+extern "C" [[gnu::used]] inline int LLVMFuzzerTestOneInput(const std::uint8_t* data,
+                                                           std::size_t size) {
   ostrel::Try({reinterpret_cast<const char*>(data), size});
   return 0;
 }
