@@ -9,7 +9,6 @@
 #include <chrono>
 #include <csignal>
 #include <ctime>
-#include <random>
 
 #include "battery/battery.h"
 #include "battery/disk_shim.h"
@@ -19,39 +18,15 @@
 namespace ostrel {
 namespace {
 
-/// Ends the process at the n-th change, of which some bytes are made.
-class Killer : public DiskWatcher {
- public:
-  Killer(const std::string& folder, int n, unsigned luck)
-      : DiskWatcher(folder), to_come_(n), luck_(luck) {}
-
-  int Before(DiskCall& call) override {
-    if (call.What == DiskCallKind::Read || call.What == DiskCallKind::Open) return 0;
-    if (--to_come_ > 0) return 0;
-    if (call.Bytes.size() < 2 || luck_ % 4 == 0) std::raise(SIGKILL);
-    call.Bytes = call.Bytes.substr(0, 1 + luck_ % (call.Bytes.size() - 1));
-    return 0;
-  }
-  void After(const DiskCall&) override {
-    if (to_come_ <= 0) std::raise(SIGKILL);
-  }
-  int Changes() const { return -to_come_; }
-
- private:
-  int to_come_;
-  unsigned luck_;
-};
-
-void KillAfter(std::chrono::microseconds time) {
+void KillAfter(std::chrono::nanoseconds time) {
   sigevent kill{};
   kill.sigev_notify = SIGEV_SIGNAL;
   kill.sigev_signo = SIGKILL;
   timer_t timer{};
   timer_create(CLOCK_MONOTONIC, &kill, &timer);
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
   itimerspec when{};
-  when.it_value.tv_sec = seconds.count();
-  when.it_value.tv_nsec = 1 + (time - seconds).count() * 1000;
+  when.it_value.tv_sec = time / std::chrono::seconds(1);
+  when.it_value.tv_nsec = 1 + time.count() % 1'000'000'000;
   timer_settime(timer, 0, &when, nullptr);
 }
 
@@ -59,15 +34,41 @@ class Killed : public testing::Test {
  protected:
   Killed() : record(day) {
     day.Reset();
-    Killer counter(day.Laptop.Folder.Path(), 1 << 30, 0);
+    DiskWatcher counter(day.Laptop.Folder.Path());
+    counter.Before = [&](const DiskCall& call) {
+      if (Changes(call)) ++changes;
+      return 0;
+    };
     const auto from = std::chrono::steady_clock::now();
     day.Run();
-    length = std::chrono::duration_cast<std::chrono::microseconds>(
-        std::chrono::steady_clock::now() - from);
-    changes = (1 << 30) + counter.Changes();
+    length = std::chrono::steady_clock::now() - from;
   }
 
   enum class Moment { Any, InACall, Acknowledged };
+
+  static bool Changes(const DiskCall& call) {
+    return call.What != DiskOp::Read && call.What != DiskOp::Open;
+  }
+
+  [[noreturn]] void Live(int pipe, Moment moment, unsigned luck, bool holdsBack) {
+    unsigned toCome = 1 + luck % changes, savesLeft = 3 + luck % 3;
+    DiskWatcher killer(day.Laptop.Folder.Path());
+    killer.Before = [&](DiskCall& call) {  // before the call, or when some of its bytes are written
+      if (moment != Moment::InACall || !Changes(call) || --toCome > 0) return 0;
+      const unsigned part = luck >> 16;
+      if (call.Bytes.size() < 2 || part % 4 == 0) std::raise(SIGKILL);
+      call.Bytes = call.Bytes.substr(0, 1 + part % (call.Bytes.size() - 1));
+      killer.After = [](const DiskCall&) { std::raise(SIGKILL); };
+      return 0;
+    };
+    if (moment == Moment::Any) KillAfter(length * (luck % 1000) / 1000);
+    day.Run([&] {
+      if (write(pipe, ".", 1) != 1) _exit(1);
+      if (moment == Moment::Acknowledged && --savesLeft == 0) std::raise(SIGKILL);
+      if (holdsBack) PrinDb.ShareCommits();
+    });
+    _exit(0);
+  }
 
   /// Plays the day in a child until it is killed.
   ///   returns  the acknowledgements that came through the pipe
@@ -83,58 +84,34 @@ class Killed : public testing::Test {
     close(pipe[0]);
     int end = 0;
     waitpid(child, &end, 0);
-    EXPECT_TRUE(WIFSIGNALED(end) ? WTERMSIG(end) == SIGKILL : WEXITSTATUS(end) == 0) << end;
-    if (WIFSIGNALED(end)) ++killed;
+    EXPECT_TRUE(WIFSIGNALED(end) ? WTERMSIG(end) == SIGKILL : end == 0) << end;
+    if (!holdsBack) ++row["runs"];
+    if (!holdsBack && WIFSIGNALED(end)) ++row["killed before the day's end"];
     return acknowledged;
-  }
-
-  [[noreturn]] void Live(int pipe, Moment moment, unsigned luck, bool holdsBack) {
-    const int n = 1 + static_cast<int>(luck % static_cast<unsigned>(changes));
-    const Killer killer(day.Laptop.Folder.Path(), moment == Moment::InACall ? n : 1 << 30,
-                        luck >> 16);
-    if (moment == Moment::Any) KillAfter(length * (luck % 1000) / 1000);
-    unsigned left = 2 + luck % 3;  // saves
-    day.Run([&] {
-      if (write(pipe, ".", 1) != 1) _exit(1);
-      if (moment == Moment::Acknowledged && --left == 0) std::raise(SIGKILL);
-      if (holdsBack) PrinDb.ShareCommits();
-    });
-    _exit(0);
-  }
-
-  std::vector<std::string> DamageOf(int runs, bool holdsBack) {
-    std::mt19937 random(kSeed);
-    std::vector<std::string> damages;
-    for (int run = 0; run < runs; ++run) {
-      const auto moment = holdsBack ? Moment::Acknowledged : static_cast<Moment>(run % 3);
-      const std::size_t acknowledged = Play(moment, static_cast<unsigned>(random()), holdsBack);
-      day.Kill();
-      const std::string damage = record.DamageAfter(day, acknowledged);
-      if (!damage.empty()) damages.push_back(std::to_string(acknowledged) + ": " + damage);
-    }
-    return damages;
   }
 
   WorkingDay day;
   DayRecord record;
-  std::chrono::microseconds length{};
-  int changes = 0;
-  int killed = 0;
+  std::chrono::nanoseconds length{};
+  unsigned changes = 0;
+  Row row{"Killed", "times lines that were held back are lost"};
 };
 
 TEST_F(Killed, LosesNothingThatWasAcknowledged) {
   const int runs = Runs(2000, 40);
-  const std::vector<std::string> damages = DamageOf(runs, false);
-  for (const std::string& damage : damages) ADD_FAILURE() << damage;
-  const int killedInTime = killed;
-  EXPECT_GT(killedInTime, runs / 2);
-  const std::vector<std::string> control = DamageOf(runs / 10, true);
-  EXPECT_FALSE(control.empty()) << "lines held back were not lost either";
-  Figure("Killed", std::to_string(runs) + " runs, " + std::to_string(killedInTime) +
-                       " killed before the day's end, seed " + std::to_string(kSeed) + ": " +
-                       std::to_string(damages.size()) +
-                       " lost anything; control with commits held back: " +
-                       std::to_string(control.size()) + " of " + std::to_string(runs / 10));
+  for (const bool holdsBack : {false, true}) {
+    Harm random;
+    for (int run = 0; run < (holdsBack ? runs / 10 : runs); ++run) {
+      const auto moment = holdsBack ? Moment::Acknowledged : static_cast<Moment>(run % 3);
+      const auto luck = static_cast<unsigned>(random.Below(std::size_t{1} << 32));
+      const std::size_t acknowledged = Play(moment, luck, holdsBack);
+      day.Kill();
+      const std::string damage = record.DamageAfter(day, acknowledged);
+      EXPECT_TRUE(holdsBack || damage.empty()) << run << ", " << acknowledged << ": " << damage;
+      if (holdsBack && !damage.empty()) ++row.Control;
+    }
+  }
+  EXPECT_GT(row["killed before the day's end"], runs / 2);
 }
 
 }  // namespace

@@ -14,19 +14,22 @@ namespace ostrel {
 class AgreeingDesktop : public ScriptedDesktop {
  public:
   AgreeingDesktop(ScriptedDesktop& hands, BoxAnswer toReports)
-      : hands_(hands), toReports_(toReports) {}
+      : OnReport([toReports](const std::string&) { return toReports; }), hands_(hands) {}
   BoxAnswer ShowMessageBox(const MessageBoxRequest& request) override {
     switch (request.Buttons) {
       case BoxButtons::AbortRetryIgnore:
         Reports.push_back(request.Text);
         EXPECT_LT(Reports.size(), 200U) << "the reports do not end: " << request.Text;
-        if (Reports.size() >= 200) return BoxAnswer::Abort;
-        return toReports_;
+        return Reports.size() < 200 ? OnReport(request.Text) : BoxAnswer::Abort;
       case BoxButtons::YesNo:
       case BoxButtons::YesNoCancel:
         return SayNo ? BoxAnswer::No : BoxAnswer::Yes;
+      case BoxButtons::OkCancel:
+        if (OnOkCancel) return OnOkCancel();
+        [[fallthrough]];
       default:
         Messages.push_back(request.Text);
+        if (OnMessage) OnMessage(request.Text);
         return BoxAnswer::Ok;
     }
   }
@@ -37,6 +40,9 @@ class AgreeingDesktop : public ScriptedDesktop {
   std::string ShowOpenFile(const OpenFileRequest&) override { return Picked; }
   void Post(std::function<void()> action) override { hands_.Post(std::move(action)); }
 
+  std::function<BoxAnswer(const std::string& text)> OnReport;
+  std::function<BoxAnswer()> OnOkCancel;
+  std::function<void(const std::string& text)> OnMessage;
   std::vector<std::string> Reports, Messages;  ///< failures; boxes that only have to be read
   bool SayNo = false;
   std::string Typed;   ///< into every input box; "" takes what is offered
@@ -44,7 +50,6 @@ class AgreeingDesktop : public ScriptedDesktop {
 
  private:
   ScriptedDesktop& hands_;
-  BoxAnswer toReports_;
 };
 
 }  // namespace ostrel

@@ -1,13 +1,13 @@
 #pragma once
 
-// A disk that fails when told. It stands between SQLite and the real disk, forwards everything, and
-// from the n-th change of a file on lets some changes fail. Flushing counts as a change but is not
-// forwarded, and waiting for a lock takes no time, so that tests are fast. Files that were opened
-// before it came are not affected.
+// A disk that fails when told. It stands between SQLite and the real disk and from the n-th change of
+// a file on lets some changes fail. Flushing counts as a change but is not done, and waiting for a
+// lock takes no time, so that tests are fast. Files that were opened before it came are not affected;
+// those that were opened since are closed before it goes.
 
 #include <sqlite3.h>
 
-#include <new>
+#include <map>
 
 namespace ostrel {
 
@@ -16,7 +16,6 @@ class FaultVfs {
   FaultVfs() : real_(sqlite3_vfs_find(nullptr)), vfs_(*real_) {
     vfs_.zName = "fault";
     vfs_.pAppData = this;
-    vfs_.szOsFile = static_cast<int>(sizeof(File)) + real_->szOsFile;
     vfs_.xOpen = Open;
     vfs_.xSleep = [](sqlite3_vfs*, int microseconds) { return microseconds; };
     sqlite3_vfs_register(&vfs_, 1);
@@ -40,69 +39,51 @@ class FaultVfs {
   bool ReadOnly = false;  ///< files open as if they were write-protected
 
  private:
-  struct File : sqlite3_file {
-    FaultVfs* Vfs;
-    sqlite3_file* Real() { return reinterpret_cast<sqlite3_file*>(this + 1); }
+  /// What the real disk does with an open file, the changes excepted.
+  struct Methods : sqlite3_io_methods {
+    const sqlite3_io_methods* Real = nullptr;
+    FaultVfs* Vfs = nullptr;
   };
+  static const Methods& Of(const sqlite3_file* file) {
+    return *static_cast<const Methods*>(file->pMethods);
+  }
 
   int Change() {
     if (failures_ == 0 || to_come_-- > 0) return SQLITE_OK;
     --failures_;
     return code_;
   }
+  static int Write(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 at) {
+    const int code = Of(file).Vfs->Change();
+    return code == SQLITE_OK ? Of(file).Real->xWrite(file, bytes, count, at) : code;
+  }
+  static int Truncate(sqlite3_file* file, sqlite3_int64 size) {
+    const int code = Of(file).Vfs->Change();
+    return code == SQLITE_OK ? Of(file).Real->xTruncate(file, size) : code;
+  }
+  static int Flush(sqlite3_file* file, int) { return Of(file).Vfs->Change(); }
 
   static int Open(sqlite3_vfs* vfs, sqlite3_filename name, sqlite3_file* file, int flags,
                   int* openedAs) {
     auto* self = static_cast<FaultVfs*>(vfs->pAppData);
-    auto* wrapped = new (file) File;
-    wrapped->Vfs = self;
-    wrapped->pMethods = nullptr;
     if (self->ReadOnly) {
       flags = (flags & ~(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) | SQLITE_OPEN_READONLY;
     }
-    const int code = self->real_->xOpen(self->real_, name, wrapped->Real(), flags, openedAs);
-    if (wrapped->Real()->pMethods != nullptr) wrapped->pMethods = &kMethods;
+    const int code = self->real_->xOpen(self->real_, name, file, flags, openedAs);
+    if (file->pMethods == nullptr) return code;
+    Methods& methods = self->methods_[file->pMethods];  // one of a few kinds of files
+    methods = {*file->pMethods, file->pMethods, self};
+    methods.iVersion = 1;  // without mapped memory
+    methods.xWrite = Write;
+    methods.xTruncate = Truncate;
+    methods.xSync = Flush;
+    file->pMethods = &methods;
     return code;
   }
 
-  static File* Of(sqlite3_file* file) { return static_cast<File*>(file); }
-  template <auto Method, typename... Arguments>
-  static int Forward(sqlite3_file* file, Arguments... arguments) {
-    sqlite3_file* real = Of(file)->Real();
-    return (real->pMethods->*Method)(real, arguments...);
-  }
-  template <auto Method, typename... Arguments>
-  static int ForwardChange(sqlite3_file* file, Arguments... arguments) {
-    const int code = Of(file)->Vfs->Change();
-    return code == SQLITE_OK ? Forward<Method>(file, arguments...) : code;
-  }
-
-  static int Flush(sqlite3_file* file, int) { return Of(file)->Vfs->Change(); }
-
-  using Methods = sqlite3_io_methods;
-  static inline const Methods kMethods{
-      .iVersion = 1,
-      .xClose = Forward<&Methods::xClose>,
-      .xRead = Forward<&Methods::xRead>,
-      .xWrite = ForwardChange<&Methods::xWrite>,
-      .xTruncate = ForwardChange<&Methods::xTruncate>,
-      .xSync = Flush,
-      .xFileSize = Forward<&Methods::xFileSize>,
-      .xLock = Forward<&Methods::xLock>,
-      .xUnlock = Forward<&Methods::xUnlock>,
-      .xCheckReservedLock = Forward<&Methods::xCheckReservedLock>,
-      .xFileControl = Forward<&Methods::xFileControl>,
-      .xSectorSize = Forward<&Methods::xSectorSize>,
-      .xDeviceCharacteristics = Forward<&Methods::xDeviceCharacteristics>,
-      .xShmMap = nullptr,
-      .xShmLock = nullptr,
-      .xShmBarrier = nullptr,
-      .xShmUnmap = nullptr,
-      .xFetch = nullptr,
-      .xUnfetch = nullptr};
-
   sqlite3_vfs* real_;
   sqlite3_vfs vfs_;
+  std::map<const sqlite3_io_methods*, Methods> methods_;
   int to_come_ = 0;
   int code_ = SQLITE_OK;
   int failures_ = 0;

@@ -1,0 +1,1 @@
+Select * from [OstrelPr] where EMPL_NUMB=5 and INT(ETIME) = #11/18/04# Order by ETIME
