@@ -75,7 +75,7 @@ TEST(LoadDescriptions, EveryPackersZipSetsUpANewLaptop) {
     payroll.Desktop.WillAnswer(BoxAnswer::No);
     payroll.Desktop.WillAnswer(BoxAnswer::Ok);
     payroll.Desktop.WillPick(zip);
-    payroll.Desktop.WillAnswer(BoxAnswer::Ok);
+    payroll.Desktop.WillAnswer(BoxAnswer::Ok, [&] { ExpectTheTables(payroll); });
     payroll.Start();
     EXPECT_EQ(payroll.Desktop.Shown().back(), kUpdated);
     EXPECT_EQ(lblClient.Caption.Get() + " / " + lblMinWage.Caption.Get(),

@@ -1,12 +1,14 @@
 #include "exchange/load_descriptions.h"
 
-#include <array>
+#include <variant>
 #include <vector>
 
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "frame/settings.h"
 #include "platform/database/dbf_header.h"
+#include "platform/database/dbf_write.h"
+#include "platform/database/sql_dialect.h"
 #include "platform/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/removable_disk.h"
@@ -121,14 +123,32 @@ bool FindZip() {
   }
 }
 
+std::string StatementThatClearsPay() {
+  return "Update Prms" + ClientNumb +
+         " set YTD_GROSS=0, YTD_FIT=0, YTD_SIT=0, YTD_FICA=0, YTD_MEDICR=0, YTD_SDI=0, YTD_NET=0";
+}
+
+/// The year-to-date pay goes before the table is on the laptop, so that it is not there either if the
+/// power goes before the update is through. A table that it cannot be taken out of shows when the
+/// statement runs.
+void TakeOutPay(const std::string& name, std::string& table) {
+  try {
+    const auto clearing = std::get<TableUpdate>(ReadAction(StatementThatClearsPay()));
+    table = WithNumbers(table, name, clearing.Assignments);
+  } catch (const Failure&) {
+    return;
+  }
+}
+
 /// The zip may be as broken as a disk makes it, so that a table is looked at before the old one goes.
-void CheckTable(const std::string& name, const std::string& content) {
-  const bool isTable = SameText(name.substr(name.find('.')), DbaseExt);
-  if (isTable) CheckDbfHeader(content, name);
+void PrepareTable(const std::string& name, std::string& content) {
+  if (!SameText(name.substr(name.find('.')), DbaseExt)) return;
+  CheckDbfHeader(content, name);
+  if (SameText(name, "Prms" + ClientNumb + DbaseExt)) TakeOutPay(name, content);
 }
 
 ZipExtraction WantedTables() {
-  ZipExtraction wanted{RemoteDrive + "Clnt" + ClientNumb + ".zip", {}, DataPath, CheckTable};
+  ZipExtraction wanted{RemoteDrive + "Clnt" + ClientNumb + ".zip", {}, DataPath, PrepareTable};
   for (const char* word : {"Hvcl", "Prms", "Glen", "Glod", "Gleq"}) {
     wanted.BaseNames.push_back(word + ClientNumb);
   }
@@ -159,13 +179,7 @@ void LoadDescFiles() {
       DescDbOpen = true;
     });
   }
-  statement(12900, [] { ClearYearToDatePay(); });
-}
-
-void ClearYearToDatePay() {
-  DescDb.Execute("Update Prms" + ClientNumb +
-                 " set YTD_GROSS=0, YTD_FIT=0, YTD_SIT=0, YTD_FICA=0, YTD_MEDICR=0, YTD_SDI=0, "
-                 "YTD_NET=0");
+  statement(12900, [] { DescDb.Execute(StatementThatClearsPay()); });
 }
 
 }  // namespace ostrel

@@ -16,9 +16,6 @@ namespace ostrel {
 ///           cannot be unpacked, the old files being as they were
 void LoadDescFiles();
 
-/// Year-to-date pay never stays on the laptop: puts 0 into those fields of the client's employees.
-void ClearYearToDatePay();
-
 void mnuUpdateDescs_Click();
 
 /// Cuts a path at its last separator of either kind, which goes to neither part.

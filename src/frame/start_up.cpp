@@ -147,8 +147,7 @@ void OpenAll() {
       DescDbOpen = true;
     });
   }
-  bool resumedUpdate = false;
-  statement(13011, [&] { resumedUpdate = ResumeInstall(DataPath); });
+  statement(13011, [] { ResumeInstall(DataPath); });
   std::string clientFile;
   statement(13012, [&] {
     clientFile = FirstClientFile(ListFiles(DataPath + kPathSeparator + "Hvcl*.dbf"));
@@ -168,7 +167,6 @@ void OpenAll() {
               [&] { MsgBox(TablePath(word) + " not found.", BoxButtons::Ok, BoxIcon::Stop); });
     throw ProgramEnded{};
   }
-  if (resumedUpdate) statement(13026, [] { ClearYearToDatePay(); });
   statement(13030,
             [] { ClientRs = DescDb.OpenRecordset("Hvcl" + ClientNumb, RecordsetType::Table); });
   OpenStore(statement);

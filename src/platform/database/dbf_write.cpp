@@ -77,13 +77,13 @@ std::string FieldBytes(const DbfField& field, double number) {
 }
 
 const DbfField& FieldNamed(const DbfHeader& header, const std::string& name,
-                           const std::string& path) {
+                           const std::string& table) {
   const auto found =
       std::find_if(header.Fields.begin(), header.Fields.end(),
                    [&](const DbfField& field) { return SameText(field.Name, name); });
   if (found == header.Fields.end()) {
     throw Failure(failure_number::kTooFewParameters,
-                  "Too few parameters: " + path + " has no field " + name + ".");
+                  "Too few parameters: " + table + " has no field " + name + ".");
   }
   return *found;
 }
@@ -99,13 +99,18 @@ void PutInEveryRecord(const DbfHeader& header, const DbfField& field, const std:
 
 }  // namespace
 
-void WriteNumbers(const std::string& path, const std::vector<Assignment>& assignments) {
-  std::string file = ReadTableFile(path);
-  const DbfHeader header = CheckDbfHeader(file, path);
+std::string WithNumbers(std::string file, const std::string& name,
+                        const std::vector<Assignment>& assignments) {
+  const DbfHeader header = CheckDbfHeader(file, name);
   for (const Assignment& assignment : assignments) {
-    const DbfField& field = FieldNamed(header, assignment.Field, path);
+    const DbfField& field = FieldNamed(header, assignment.Field, name);
     PutInEveryRecord(header, field, FieldBytes(field, assignment.Number), file);
   }
+  return file;
+}
+
+void WriteNumbers(const std::string& path, const std::vector<Assignment>& assignments) {
+  const std::string file = WithNumbers(ReadTableFile(path), path, assignments);
   ReplaceFile(ExistingPath(path), file);
 }
 

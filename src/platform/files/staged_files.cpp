@@ -107,15 +107,13 @@ void StagedFiles::Install() const {
   Clear(folder_);
 }
 
-bool ResumeInstall(const std::string& folder) {
+void ResumeInstall(const std::string& folder) {
   std::error_code unreachable;
-  const bool stopped = fs::is_directory(PathFromUtf8(ReadyFilesOf(folder)), unreachable);
-  if (stopped) {
+  if (fs::is_directory(PathFromUtf8(ReadyFilesOf(folder)), unreachable)) {
     MakeFolder(OldFilesOf(folder));
     Moves(folder).PutAllInPlace();
   }
   Clear(folder);
-  return stopped;
 }
 
 }  // namespace ostrel

@@ -40,9 +40,8 @@ class StagedFiles {
   std::string folder_;
 };
 
-/// Ends an install that a power cut stopped.
-///   returns  whether there was one
+/// Ends an install that a power cut stopped, if there is one.
 ///   throws   as Install; the new files are kept, so that it can be tried again
-bool ResumeInstall(const std::string& folder);
+void ResumeInstall(const std::string& folder);
 
 }  // namespace ostrel

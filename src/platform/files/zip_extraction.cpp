@@ -98,8 +98,8 @@ void Extract(const ZipExtraction& order) {
   const std::vector<ZipMember> members = WantedMembers(path, archive, order.BaseNames);
   const StagedFiles staged(order.Folder);
   for (const ZipMember& member : members) {
-    const std::string content = ReadMember(archive, member);
-    order.Check(member.Name, content);
+    std::string content = ReadMember(archive, member);
+    order.Prepare(member.Name, content);
     staged.Add(member.Name, content);
   }
   staged.Install();

@@ -16,8 +16,9 @@ struct ZipExtraction {
   std::vector<std::string> BaseNames;  ///< wanted: the files of these names, with any extension
   std::string Folder;                  ///< where they go
 
-  /// Throws a Failure when the content is not what such a file should have.
-  std::function<void(const std::string& name, const std::string& content)> Check;
+  /// Makes a content fit for use before it takes its place; throws a Failure when it is not what such
+  /// a file should have.
+  std::function<void(const std::string& name, std::string& content)> Prepare;
 };
 
 /// Unpacks the wanted members; base names match in any case, a file gets its name as the zip has it.
