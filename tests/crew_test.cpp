@@ -16,7 +16,6 @@ TEST(ClockInACrew, SavesTheFormOnceForEachMember) {
       {"Crew#2", "2 -> 2", " 3 employees in Crew#2 have been clocked in.",
        "101 I 10:42 am|125 I 10:42 am|130 I 10:42 am"},
       {"north # 1", "1 -> 1a", " 1 employees in Crew#1 have been clocked in.", "140 I 10:42 am"},
-      {"none", "0 -> 0", unsaid + aborted, ""},
       {"#", "0 -> ", unsaid + aborted, ""},
       {"#-2", "-2 -> -2", none + "-2" + aborted, ""},
       {"#2", "2 -> 3", none + "3" + aborted, ""},
@@ -73,7 +72,9 @@ TEST(DayCommands, WriteOneLineForEachEmployeeClockedIn) {
     const std::string no =
         question + "No\n[input] " + title + " | \\r" + prompt + " at 10:42 am? | 10:42 am -> ";
     const std::string all = "\n[i] " + title + " | All 2 employees " + done;
-    payroll.Choose(menu, question + "Yes\n[!]*No employees clocked in on 11/18/04!*-> Ok");
+    payroll.Choose(menu, question +
+                             "Yes\n[!] Ostrel Payroll | No employees clocked in on "
+                             "11/18/04!\\rCan't run this job step. | Ok -> Ok");
     payroll.AddLine(morning);
     payroll.Choose(menu, question + "Cancel");
     EXPECT_EQ(payroll.Lines(), morning);

@@ -21,8 +21,6 @@ TEST(ImportFile, CarriesTheDayOfTheTimeClock) {
       "101 I 7:00 am|130 I 7:00 am|130 P 8:00 am 150 .5|130 O 11:30 am|140 P 9:00 am 3 1.25|"
       "101 O 3:00 pm");
   txtComments.Text = "Crew \"2\" \xC3\xA9\xE2\x82\xAC\xE6\xBC\xA2";
-  Data1.Refresh();
-  lblLineCt.Caption = "6 lines";
   payroll.Choose(mnuWriteImportFile, Written(3));
   EXPECT_EQ(payroll.Folder.Read("disk/Pck-1234.asc"),
             "*1234, Sample Ranch\r\n*11/18/04, Thursday\r\n*Crew \"2\" \xE9\x80?\r\n"
@@ -60,7 +58,9 @@ TEST(ImportFile, NeedsLinesADayAndADisk) {
                  "[i] Ostrel Payroll | No lines to export.\\rAborting job step. | Ok -> Ok");
   payroll.Save("130");
   payroll.Choose(mnuDisplayAllDates);
-  payroll.Choose(mnuWriteImportFile, "[!] Ostrel Payroll | The Date='All'!*-> Ok");
+  payroll.Choose(mnuWriteImportFile,
+                 "[!] Ostrel Payroll | The Date='All'!\\rSpecify the one day desired then rerun "
+                 "this job step. | Ok -> Ok");
   payroll.Choose(mnuDisplayAllDates);
   EXPECT_TRUE(std::filesystem::is_empty(payroll.Disk()));
 
@@ -81,8 +81,6 @@ TEST(ImportFile, NeedsLinesADayAndADisk) {
 TEST(ImportFile, GoesOnWithTheValuesOfTheLinesWhereNobodyClockedIn) {
   RunningPayroll payroll;
   payroll.AddLine("140 P 9:00 am 3 1.25|140 O 9:30 am");
-  Data1.Refresh();
-  lblLineCt.Caption = "2 lines";
   payroll.Choose(mnuWriteImportFile,
                  "[!]*No employees clocked in on 11/18/04!*-> Ok\n" + Written(1));
 }

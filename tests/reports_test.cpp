@@ -27,14 +27,6 @@ const std::string kDailyPrinted = "[i] Ostrel Payroll | Report printed. | Ok -> 
 
 class ReportsTest : public testing::Test {
  protected:
-  ReportsTest() { txtComments.Text = "Crew#2"; }
-
-  void AddLines(const std::string& lines) {
-    PrinDb.ShareCommits();
-    Office.AddLine(lines);
-    PrinDb.CommitShared();
-    Data1.Refresh();
-  }
   RecordedDocument Print(const std::string& what = "11/18/04") {
     Office.Choose(mnuPrintLines, "[i] Ostrel Payroll | " + what + " report printed. | Ok -> Ok");
     EXPECT_EQ(ScanMain.ActiveControl(), &txtInput[kEmplBox]);
@@ -54,27 +46,19 @@ std::vector<int> ColumnEdges(const RecordedPage& page) {
   return edges;
 }
 
-TEST_F(ReportsTest, ThePageHoldsHeaderHeadingsAndTheRowsOfTheView) {
-  AddLines("130 P 10:00 am 100 0.5|101 P 8:00 am 200 -9");
+TEST_F(ReportsTest, ThePageHoldsHeaderHeadingsAndTheRowsInTheColumnsOfTheView) {
+  using Edges = std::vector<int>;
+  Office.AddLine("130 P 10:00 am 100 0.5|101 P 8:00 am 200 -9");
   const auto page = [&] {
     const RecordedDocument document = Print();
     EXPECT_EQ(document.Name, "2004-11-18 Displayed lines");
     EXPECT_EQ(document.Pages.size(), 1U);
-    return document.Pages[0].Lines();
+    return document.Pages[0];
   };
   const std::string durand = "\n130|100|10:00 am|11/18|P|0.5";
   const std::string alvarez = "\n101|200|08:00 am|11/18|P|Std Rate";
-  EXPECT_EQ(page(), kHeader + kClockHeadings + durand + alvarez);
-  Office.Choose(mnuEmplOrder);
-  EXPECT_EQ(page(), kHeader + kClockHeadings + alvarez + durand);
-  Office.Choose(mnuUseTimeClock);
-  EXPECT_EQ(page(), kHeader + kPlainHeadings + "\n101|200|11/18|Std Rate\n130|100|11/18|0.5");
-}
-
-TEST_F(ReportsTest, ColumnsStandAtTheRunningSumOfTheirWidths) {
-  using Edges = std::vector<int>;
-  AddLines("130 P 10:00 am 100 0.5");
-  const RecordedPage clock = Print().Pages[0];
+  const RecordedPage clock = page();
+  EXPECT_EQ(clock.Lines(), kHeader + kClockHeadings + durand + alvarez);
   EXPECT_EQ(ColumnEdges(clock), (Edges{360, 975, 1770, 3420, 4260, 4905, 5685, 6270, 6975, 7860,
                                        8715, 9270, 9825, 10425, 10920}));
   EXPECT_EQ(TDBGrid1.Columns("Memo").Width, 990);
@@ -86,9 +70,14 @@ TEST_F(ReportsTest, ColumnsStandAtTheRunningSumOfTheirWidths) {
   EXPECT_TRUE(quantity->Whole);
   EXPECT_GT(quantity->Where.Left, 975);
   EXPECT_LT(quantity->Where.Left + quantity->Where.Width, 1770);
+  Office.Choose(mnuEmplOrder);
+  EXPECT_EQ(page().Lines(), kHeader + kClockHeadings + alvarez + durand);
   Office.Choose(mnuUseTimeClock);
-  EXPECT_EQ(ColumnEdges(Print().Pages[0]), (Edges{360, 975, 1770, 2640, 4290, 4935, 5520, 6225,
-                                                  7110, 7965, 8520, 9075, 9675, 10665}));
+  const RecordedPage plain = page();
+  EXPECT_EQ(plain.Lines(),
+            kHeader + kPlainHeadings + "\n101|200|11/18|Std Rate\n130|100|11/18|0.5");
+  EXPECT_EQ(ColumnEdges(plain), (Edges{360, 975, 1770, 2640, 4290, 4935, 5520, 6225, 7110, 7965,
+                                       8520, 9075, 9675, 10665}));
 }
 
 TEST_F(ReportsTest, EveryPageOfALongDayRepeatsHeaderAndHeadings) {
@@ -97,7 +86,7 @@ TEST_F(ReportsTest, EveryPageOfALongDayRepeatsHeaderAndHeadings) {
     lines += std::to_string(i) + " P 8:00 am 10 0.5|";
     expected += "\n" + std::to_string(i) + "|10|08:00 am|11/18|P|0.5";
   }
-  AddLines(lines);
+  Office.AddLine(lines);
   Office.Choose(mnuEmplOrder);
   const RecordedDocument document = Print();
   EXPECT_GE(document.Pages.size(), 40U);
@@ -129,7 +118,7 @@ TEST_F(ReportsTest, WithNothingOnShowAPageComesOutAllTheSame) {
 }
 
 TEST_F(ReportsTest, APrinterThatFailsIsTriedAgainOrPassedOver) {
-  AddLines("130 I 7:00 am|101 I 6:30 am");
+  Office.AddLine("130 I 7:00 am|101 I 6:30 am");
   const auto fails = [&](MenuItem& command, const std::string& site, const char* answer) {
     Documents().clear();
     Office.Desktop.Paper().FailsOnce = "Printer error: 'Office' is out of paper.";
@@ -149,7 +138,7 @@ TEST_F(ReportsTest, APrinterThatFailsIsTriedAgainOrPassedOver) {
 }
 
 TEST_F(ReportsTest, EachEmployeeOfTheDayGetsAReportOfHisOwn) {
-  AddLines("130 I 7:00 am|101 I 6:30 am|101 P 9:00 am 40 0.5|125 I 7:00 am");
+  Office.AddLine("130 I 7:00 am|101 I 6:30 am|101 P 9:00 am 40 0.5|125 I 7:00 am");
   Office.Choose(mnuEmplOrder);
   Office.Choose(mnuEmplDailyRpt, kDailyPrinted);
   ASSERT_EQ(Documents().size(), 3U);
@@ -176,10 +165,10 @@ TEST_F(ReportsTest, WithNoPrinterTheClosingMessageTellsWhereThePagesAre) {
   Office.Desktop.Paper().PrinterInstalled = false;
   Office.Choose(mnuPrintLines,
                 message("report is in " + printed + "/2004-11-18 Displayed lines.pdf"));
-  AddLines("101 I 6:30 am");
+  Office.AddLine("101 I 6:30 am");
   Office.Choose(mnuEmplDailyRpt,
                 message("report is in " + printed + "/2004-11-18 Employee 101.pdf"));
-  AddLines("130 I 6:30 am|125 I 6:30 am");
+  Office.AddLine("130 I 6:30 am|125 I 6:30 am");
   Office.Choose(mnuEmplDailyRpt, message("3 reports are in " + printed));
 }
 

@@ -53,35 +53,38 @@ void ChooseAll(Payroll& payroll, const std::vector<MenuItem*>& items) {
 }
 
 void MakeADay(Payroll& payroll) {
-  for (const char* line :
-       {"130 I 7:00 am", "101 I 7:00 am", "130 P 8:00 am 10 .5", "101 O 9:00 am"})
-    payroll.AddLine(line);
+  payroll.AddLine("130 I 7:00 am|101 I 7:00 am|130 P 8:00 am 10 .5|101 O 9:00 am");
 }
 
 void EntryRow(Payroll& p, AgreeingDesktop& d) {
-  p.Keys("130\r<>\r");
+  p.Save("130");
   Option1[kPiecework].Press();
-  txtInput[kQuanDescBox].Text = "";
+  for (const auto box : {kQuanDescBox, kMemoBox}) txtInput[box].Text = "";
+  txtInput[kQuantityBox].Text = "100";
   d.Typed = "2";
-  p.Keys("130\r100\r\r");
+  p.Save("130");
   p.Choose(mnuJumpQDesc);
-  p.Keys("\b>s\x1b");
+  txtToday.Text = "11/17/04";
+  const std::pair<KeyControl*, int> keys[] = {{&txtInput[kEmplBox], key::kEnter},
+                                              {&txtInput[kEmplBox], key::kLeft},
+                                              {&txtInput[kMemoBox], key::kRight},
+                                              {&txtInput[kRateBox], 's'},
+                                              {&txtToday, key::kEnter},
+                                              {&txtToday, key::kLeft},
+                                              {&txtComments, key::kEnter},
+                                              {&txtComments, key::kLeft},
+                                              {&cmdSave, key::kEscape}};
+  for (auto [control, pressed] : keys) {
+    control->SetFocus();
+    const bool arrow = pressed == key::kLeft || pressed == key::kRight;
+    ScanMain.Raise([&] { arrow ? control->KeyDown(pressed, 0) : control->KeyPress(pressed); });
+    p.Desktop.RunPosted();
+  }
   chkStdRate.Value = 0;
-  p.Fill(txtInput[kMemoBox], "X");
-  p.Keys("\t");
-  p.Fill(txtInput[kEmplBox], "0");
-  cmdSave.SetFocus();
-  p.Keys("\x1b");
-  cmdSave.Press();
+  p.Save("0");
   p.Choose(mnuAutosetTime);
   p.Fill(txtInput[kTimeBox], "7.3");
   p.Save("140");
-  const std::pair<TextBox*, const char*> boxes[] = {
-      {&txtToday, "11/17/04\r"}, {&txtToday, "<"}, {&txtComments, "#1\r"}, {&txtComments, "<"}};
-  for (const auto& [box, keys] : boxes) {
-    box->SetFocus();
-    p.Keys(keys);
-  }
   p.Choose(mnuDisplayAllDates);
 }
 
@@ -157,18 +160,14 @@ const Scenario kScenarios[] = {
     {"EntryRow", EntryRow},
     {"ClockOutWithoutClockIn", ClockOutWithoutClockIn},
     {"PlainLayout", PlainLayout},
-    {"HoursAndImportFile",
-     [](Payroll& p, AgreeingDesktop&) {
-       MakeADay(p);
-       ChooseAll(p, {&mnuEmplOrder, &mnuWriteImportFile, &mnuMinWageWatch});
-     }},
     {"RefusedCommands", RefusedCommands},
     {"Crew", Crew},
     {"Cells", Cells},
-    {"Reports",
+    {"FilesAndReports",
      [](Payroll& p, AgreeingDesktop&) {
        MakeADay(p);
-       ChooseAll(p, {&mnuPrintLines, &mnuEmplDailyRpt});
+       ChooseAll(p, {&mnuEmplOrder, &mnuWriteImportFile, &mnuMinWageWatch, &mnuPrintLines,
+                     &mnuEmplDailyRpt});
      }},
 };
 

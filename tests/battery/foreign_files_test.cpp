@@ -41,13 +41,15 @@ class ForeignStore : public testing::Test {
  protected:
   ForeignStore() {
     payroll_.Start();
-    PrinDb.ShareCommits();
-    for (int line = 0; line < 600; ++line) {
+    for (int line = 0; line < 600;) {
       txtToday.Text = line % 3 == 0 ? "11/17/04" : "11/18/04";
-      payroll_.AddLine(std::to_string(101 + line % 60) + " P " + std::to_string(1 + line % 12) +
-                       ":00 am " + std::to_string(line % 50) + " .27");
+      std::string lines;
+      do {
+        lines += std::to_string(101 + line % 60) + " P " + std::to_string(1 + line % 12) +
+                 ":00 am " + std::to_string(line % 50) + " .27|";
+      } while (++line % 200 != 0);
+      payroll_.AddLine(lines);
     }
-    PrinDb.CommitShared();
     payroll_.Stop();
     good_ = ReadWholeFile(path_);
     truth_ = Answers();

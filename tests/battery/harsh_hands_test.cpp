@@ -26,10 +26,7 @@ class HostileText : public testing::Test {
  protected:
   HostileText() {
     payroll_.Start();
-    for (const char* line : {"130 I 7:00 am", "101 I 7:00 am", "130 P 8:00 am 10 .5"}) {
-      payroll_.AddLine(line);
-    }
-    Data1.Refresh();
+    payroll_.AddLine("130 I 7:00 am|101 I 7:00 am|130 P 8:00 am 10 .5");
   }
 
   std::string Ask(const std::string& sql) const {

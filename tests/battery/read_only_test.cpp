@@ -81,7 +81,7 @@ TEST(ReadOnly, IsReportedOnceAndLeavesTheProgramUsable) {
     Payroll payroll;
     payroll.Folder.Write("app/Errors.Log", "");
     payroll.Start();
-    for (const char* line : {"130 I 7:00 am", "101 I 7:00 am"}) payroll.AddLine(line);
+    payroll.AddLine("130 I 7:00 am|101 I 7:00 am");
     payroll.Stop();
     fs::remove(payroll.App("Prin1234.mdb-journal"));  // as beside a store that was copied
     for (const auto& entry : fs::recursive_directory_iterator(payroll.Folder.Path())) {

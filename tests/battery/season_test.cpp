@@ -66,8 +66,7 @@ class Laptop {
     DayCost cost{-stepsTaken};
     const std::string date = Format(Moment{static_cast<double>(kFirstDay + day)}, "mm/dd/yy");
     payroll_.SetClock((date + " 6:00 am").c_str());
-    txtToday.SetFocus();
-    payroll_.Keys(date + "\t");
+    payroll_.Fill(txtToday, date);
     Harm random(kSeed + static_cast<unsigned>(day));
     for (int line = 0; line < kLinesADay - less; ++line) EnterLine(date, line, random);
     cost.Steps += stepsTaken;

@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
-#include <vector>
 
+#include "display/displayed_lines.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "frame/settings.h"
@@ -91,53 +90,6 @@ void Payroll::Stop() {
 
 void Payroll::SetClock(const char* dateAndTime) { Desktop.SetTime(MomentFrom(dateAndTime)); }
 
-void Payroll::Keys(std::string_view keys) {
-  for (const char key : keys) {
-    Key(key);
-    Desktop.RunPosted();
-  }
-}
-
-namespace {
-
-int KeyCodeOf(char pressed) {
-  if (pressed == '<') return key::kLeft;
-  return pressed == '>' ? key::kRight : static_cast<unsigned char>(pressed);
-}
-
-/// The usual effect of a key in a text box, as an editor has it.
-void TakeInto(TextBox& box, char pressed, int keyAscii) {
-  const int caret = box.SelStart, end = static_cast<int>(box.Text.Get().size());
-  if (pressed == '<' || pressed == '>') {
-    box.Typed(box.Text, std::clamp(pressed == '<' ? caret - 1 : caret + 1, 0, end), 0);
-  } else if (keyAscii == '\b' && caret > 0) {
-    const std::string text = box.Text;
-    const auto at = static_cast<std::size_t>(caret);
-    box.Typed(text.substr(0, at - 1) + text.substr(at), caret - 1, 0);
-  } else if (keyAscii >= ' ') {
-    box.SetSelText(std::string(1, static_cast<char>(keyAscii)));
-  }
-}
-
-}  // namespace
-
-void Payroll::Key(char pressed) {
-  Control* const focused = ScanMain.ActiveControl();
-  auto* control = dynamic_cast<KeyControl*>(focused);
-  if (pressed == '\t' || control == nullptr) return ScanMain.FocusNext(true);
-  int keyAscii = pressed == '<' || pressed == '>' ? 0 : static_cast<unsigned char>(pressed);
-  const bool arrow = keyAscii == 0;
-  if (control->KeyDown) ScanMain.Raise([&] { control->KeyDown(KeyCodeOf(pressed), 0); });
-  if (ScanMain.ActiveControl() != focused) return;
-  if (!arrow && control->KeyPress) ScanMain.Raise([&] { control->KeyPress(keyAscii); });
-  if (ScanMain.ActiveControl() != focused || (!arrow && keyAscii == 0)) return;
-  if (auto* button = dynamic_cast<Button*>(control)) {
-    if (pressed == '\r' || pressed == ' ') button->Press();
-  } else if (auto* box = dynamic_cast<TextBox*>(control)) {
-    TakeInto(*box, pressed, keyAscii);
-  }
-}
-
 void Payroll::Fill(TextBox& box, std::string_view text) {
   if (box.CanTakeFocus()) box.SetFocus();
   box.Text = std::string(text);
@@ -166,6 +118,7 @@ void Payroll::Save(std::string_view employee) {
 
 void Payroll::AddLine(const std::string& lines) {
   std::istringstream all(lines);
+  PrinDb.ShareCommits();
   for (std::string line; std::getline(all, line, '|');) {
     std::istringstream words(line);
     std::string empl, kind, time, half;
@@ -180,27 +133,18 @@ void Payroll::AddLine(const std::string& lines) {
     LinesRs["RATE"] = rate;
     LinesRs.Update();
   }
+  PrinDb.CommitShared();
+  SetRecordSource();
 }
 
 namespace {
 
 std::string LineText(const Recordset& line) {
-  std::string text;
-  const auto add = [&](const char* before, const char* field, const char* behind) {
-    const Value value = line[field];
-    if (!value.IsNull()) text += before + value.ToText() + behind;
-  };
-  add("", "EMPL_NUMB", " ");
-  add("", "EVENT_TYPE", " ");
-  text += Format(line["ETIME"].Get(), "hh:mm am/pm");
-  if (line["QUANTITY"].Get().NumberOrZero() != 0) {
-    add(" ", "QUANTITY", "");
-    add("x", "RATE", "");
-    add("=", "GROSS", "");
-  }
-  add(" ", "HOURS", "h");
-  add(" ", "HOUR_GROSS", "/h");
-  return text;
+  const auto text = [&](const char* field) { return line[field].Get().ToText(); };
+  std::string all = text("EMPL_NUMB") + " " + text("EVENT_TYPE") + " " +
+                    Format(line["ETIME"].Get(), "hh:mm am/pm");
+  if (line["QUANTITY"].Get().NumberOrZero() == 0) return all;
+  return all + " " + text("QUANTITY") + "x" + text("RATE") + "=" + text("GROSS");
 }
 
 template <class Render>

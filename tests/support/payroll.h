@@ -36,36 +36,26 @@ class Payroll {
   void Stop();
   void SetClock(const char* dateAndTime);  ///< "11/18/04 3:15 pm"
 
-  /// Keys as the operator presses them, each with all that comes of it. Characters type themselves;
-  /// "\r" is Enter, "\t" Tab, "\b" Backspace, "\x1b" Esc, "<" Left and ">" Right arrow.
-  void Keys(std::string_view keys);
   /// Gives the focus to a box, replaces its text and leaves the focus there.
   void Fill(TextBox& box, std::string_view text);
   /// The row of boxes from the first on: "130|127.25|9|LBS|.27|12|70|101|CLEAN UP".
   static void FillBoxes(const std::string& texts);
   void Choose(MenuItem& item);  ///< as a click on it; disabled or hidden entries fail the test
-  /// The form as it stands saved as a line for an employee.
-  void Save(std::string_view employee);
   /// The same with all that is shown meanwhile, as ScriptedDesktop::Expect has it.
   void Choose(MenuItem& item, const std::string& shown) {
     Desktop.Expect(shown, [&] { Choose(item); });
   }
-  void Save(std::string_view employee, const std::string& shown) {
-    Desktop.Expect(shown, [&] { Save(employee); });
-  }
+  /// The form as it stands saved as a line for an employee.
+  void Save(std::string_view employee);
 
   /// Lines of the store, straight into it: "130 I 7:00 am|130 P 8:00 am 100 0.5" is employee, kind,
-  /// time on the day of the date box, quantity and rate. The view follows when it is asked to.
+  /// time on the day of the date box, quantity and rate. The view follows.
   void AddLine(const std::string& lines);
 
-  /// The lines in order of entry: "130 I 07:00 am|130 P 08:00 am 100x0.5=50 3h 16.67/h". What is
-  /// unset is left out.
+  /// The lines in order of entry: "130 I 07:00 am|130 P 08:00 am 100x0.5=50".
   std::string Lines() const;
   /// Given fields of all lines in order of entry: "130,7.5|140,-". Null is "-".
   std::string Fields(std::string_view names) const;
-
- private:
-  void Key(char key);
 };
 
 /// The laptop with the program running.

@@ -39,7 +39,6 @@ class ScriptedDesktop : public Desktop {
   //   [input] title | prompt | offered -> typed
   //   [open] title | folder | filter name (pattern) -> path
   //   [document] path
-  //   beep, pointer 11, pointer 0 (only after RecordSignals)
   // Icons: [x] stop, [?] question, [!] exclamation, [i] information, [ ] none.
   const std::vector<std::string>& Shown() const { return shown_; }
   /// The lines so far joined by line feeds; forgets them.
@@ -49,7 +48,6 @@ class ScriptedDesktop : public Desktop {
     shown_.clear();
     return joined;
   }
-  void RecordSignals() { recordSignals_ = true; }
 
   /// Everything that an action shows: the answers behind the arrows are the operator's. "*" stands
   /// for anything. Behind it the pointer is the usual one again.
@@ -57,9 +55,7 @@ class ScriptedDesktop : public Desktop {
     std::istringstream script(lines);
     for (std::string line; std::getline(script, line);) {
       const std::size_t arrow = line.rfind("-> ");
-      if (arrow == std::string::npos) continue;
-      const Kind kind = line.starts_with("[input]") ? Kind::InputBox : Kind::MessageBox;
-      script_.push_back({kind, line.substr(arrow + 3), {}});
+      if (arrow != std::string::npos) script_.push_back({line.substr(arrow + 3), {}});
     }
     action();
     const std::string shown = TakeShown();
@@ -70,14 +66,12 @@ class ScriptedDesktop : public Desktop {
   }
   // Single answers. `meanwhile` runs while the box is up, before the answer is given.
   void WillAnswer(BoxAnswer answer, Action meanwhile = {}) {
-    script_.push_back({Kind::MessageBox, NameOf(answer), std::move(meanwhile)});
+    script_.push_back({kButtons[static_cast<int>(answer)], std::move(meanwhile)});
   }
   void WillType(std::string text, Action meanwhile = {}) {  ///< "" is Cancel
-    script_.push_back({Kind::InputBox, std::move(text), std::move(meanwhile)});
+    script_.push_back({std::move(text), std::move(meanwhile)});
   }
-  void WillPick(std::string path, Action meanwhile = {}) {  ///< "" is Cancel
-    script_.push_back({Kind::OpenFile, std::move(path), std::move(meanwhile)});
-  }
+  void WillPick(std::string path) { script_.push_back({std::move(path), {}}); }  ///< "" is Cancel
 
   /// Also what the posted actions post themselves.
   void RunPosted() {
@@ -97,45 +91,44 @@ class ScriptedDesktop : public Desktop {
   void OnEventPass(Action action) { onEventPass_ = std::move(action); }
 
   RecordedPaper& Paper() { return paper_; }
+  int Beeps = 0;
   bool HoldsCtrl = false;
   bool HasViewer = true;
   std::function<void(Action)> PostTo;  ///< set where a window runs what is posted
 
   BoxAnswer ShowMessageBox(const MessageBoxRequest& request) override {
     static const char* const icons[] = {"[ ] ", "[x] ", "[?] ", "[!] ", "[i] "};
-    const ButtonSet& set = SetOf(request.Buttons);
+    static const std::string sets[] = {"Ok", "OkCancel", "AbortRetryIgnore", "YesNoCancel",
+                                       "YesNo"};
+    const std::string& set = sets[static_cast<int>(request.Buttons)];
     std::string line = icons[static_cast<int>(request.Icon)] + Visible(request.Title) + " | " +
                        Visible(request.Text);
     if (!request.Detail.empty()) line += " (" + Visible(request.Detail) + ")";
-    line += " | " + set.Name;
-    const std::string wanted = AnswerTo(Kind::MessageBox, line);
-    const auto answer = std::find_if(set.Answers.begin(), set.Answers.end() - 1,
-                                     [&](BoxAnswer button) { return NameOf(button) == wanted; });
-    const bool has = wanted.empty() || wanted == NameOf(*answer);
-    EXPECT_TRUE(has) << wanted << " is no button of " << line;
-    shown_.push_back(line + " -> " + NameOf(*answer));
-    return *answer;
+    line += " | " + set;
+    const std::string wanted = AnswerTo(line);
+    const auto *first = std::begin(kButtons) + 1, *end = std::end(kButtons);
+    const auto* button = std::find(first, end, wanted);
+    if (button == end || set.find(wanted) == set.npos) {
+      EXPECT_EQ(wanted, "") << "is no button of " << line;
+      button = std::find_if(first, end, [&](const char* name) { return set.ends_with(name); });
+    }
+    shown_.push_back(line + " -> " + *button);
+    return static_cast<BoxAnswer>(button - kButtons);
   }
   std::string ShowInputBox(const std::string& prompt, const std::string& title,
                            const std::string& offered) override {
-    return Ask(Kind::InputBox,
-               "[input] " + Visible(title) + " | " + Visible(prompt) + " | " + Visible(offered));
+    return Ask("[input] " + Visible(title) + " | " + Visible(prompt) + " | " + Visible(offered));
   }
   std::string ShowOpenFile(const OpenFileRequest& request) override {
-    return Ask(Kind::OpenFile, "[open] " + Visible(request.Title) + " | " + request.Folder + " | " +
-                                   request.FilterName + " (" + request.FilterPattern + ")");
+    return Ask("[open] " + Visible(request.Title) + " | " + request.Folder + " | " +
+               request.FilterName + " (" + request.FilterPattern + ")");
   }
   bool ShowDocument(const std::string& path) override {
     shown_.push_back("[document] " + path);
     return HasViewer;
   }
-  void Beep() override {
-    if (recordSignals_) shown_.emplace_back("beep");
-  }
-  void SetPointer(MousePointer pointer) override {
-    pointer_ = pointer;
-    if (recordSignals_) shown_.push_back("pointer " + std::to_string(static_cast<int>(pointer)));
-  }
+  void Beep() override { ++Beeps; }
+  void SetPointer(MousePointer pointer) override { pointer_ = pointer; }
   void EventPass() override {
     if (onEventPass_) onEventPass_();
   }
@@ -150,31 +143,15 @@ class ScriptedDesktop : public Desktop {
   }
 
  private:
-  enum class Kind { MessageBox, InputBox, OpenFile };
   struct Step {
-    Kind Of;
     std::string Answer;
     Action Meanwhile;
   };
-  struct ButtonSet {
-    std::string Name;
-    std::vector<BoxAnswer> Answers;  // the last is what an unexpected box gets
-  };
 
-  static const ButtonSet& SetOf(BoxButtons buttons) {
-    using enum BoxAnswer;
-    static const ButtonSet sets[] = {{"Ok", {Ok}},
-                                     {"OkCancel", {Ok, Cancel}},
-                                     {"AbortRetryIgnore", {Abort, Retry, Ignore}},
-                                     {"YesNoCancel", {Yes, No, Cancel}},
-                                     {"YesNo", {Yes, No}}};
-    return sets[static_cast<int>(buttons)];
-  }
-  static std::string NameOf(BoxAnswer answer) {
-    static const char* const names[] = {"",      "Ok",     "Cancel", "Abort",
-                                        "Retry", "Ignore", "Yes",    "No"};
-    return names[static_cast<int>(answer)];
-  }
+  /// As BoxAnswer has them.
+  static constexpr const char* kButtons[] = {"",      "Ok",     "Cancel", "Abort",
+                                             "Retry", "Ignore", "Yes",    "No"};
+
   static std::string Visible(const std::string& text) {
     std::string visible;
     for (const char c : text) visible += c == '\r' ? "\\r" : c == '\n' ? "\\n" : std::string(1, c);
@@ -189,8 +166,8 @@ class ScriptedDesktop : public Desktop {
   }
 
   /// The answer that the script has next; the empty text for a box that it does not have.
-  std::string AnswerTo(Kind kind, const std::string& box) {
-    if (script_.empty() || script_.front().Of != kind) {
+  std::string AnswerTo(const std::string& box) {
+    if (script_.empty()) {
       ADD_FAILURE() << "a box that nobody expected: " << box;
       return {};
     }
@@ -199,8 +176,8 @@ class ScriptedDesktop : public Desktop {
     if (step.Meanwhile) step.Meanwhile();
     return step.Answer;
   }
-  std::string Ask(Kind kind, const std::string& box) {
-    std::string answer = AnswerTo(kind, box);
+  std::string Ask(const std::string& box) {
+    std::string answer = AnswerTo(box);
     shown_.push_back(box + " -> " + Visible(answer));
     return answer;
   }
@@ -213,7 +190,6 @@ class ScriptedDesktop : public Desktop {
   std::string clipboard_;
   RecordedPaper paper_;
   MousePointer pointer_ = MousePointer::Normal;
-  bool recordSignals_ = false;
 };
 
 }  // namespace ostrel

@@ -51,10 +51,9 @@ class PaperOffice : public testing::Test {
   }
 
   void AddLines(int count) {
-    PrinDb.ShareCommits();
-    for (int i = 1; i <= count; ++i) Office.AddLine(std::to_string(i) + " P 8:00 am 10 0.5");
-    PrinDb.CommitShared();
-    Data1.Refresh();
+    std::string lines;
+    for (int i = 1; i <= count; ++i) lines += std::to_string(i) + " P 8:00 am 10 0.5|";
+    Office.AddLine(lines);
   }
 
   /// Chooses Print Displayed Lines and answers the closing message.
