@@ -133,6 +133,8 @@ TEST(MinimumWage, NamesWhoDoesNotEarnIt) {
     if (!onShow.empty()) payroll.Choose(mnuDisplayCurrentEmpl);
     payroll.Choose(mnuMinWageWatch, shown);
     EXPECT_EQ(payroll.Fields("EVENT_TYPE").find('W'), std::string::npos);
+    txtToday.Text = "All";
+    payroll.Choose(mnuMinWageWatch, "[!] Ostrel Payroll | The Date='All'!*-> Ok");
   }
 }
 

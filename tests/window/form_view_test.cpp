@@ -229,6 +229,16 @@ TEST_F(FormViewTest, ShortcutsBelongToTheMenusInATextBox) {
   EXPECT_FALSE(mnuAutosetTime.Checked) << "the entry is hidden";
 }
 
+TEST_F(FormViewTest, ABoxDisabledUnderTheFocusHandsItOnAfterTheEvent) {
+  Open(false);
+  Edge.Run([] {
+    txtInput[0].Enabled = false;
+    EXPECT_EQ(Focused(), "txtInput(0)");
+  });
+  EXPECT_EQ(Focused(), "txtInput(1)");
+  EXPECT_TRUE(Window->WidgetOf(txtInput[1]).hasFocus());
+}
+
 TEST_F(FormViewTest, CutCopyAndPasteWhereverTheFocusIs) {
   Open();
   TextBox& memo = txtInput[kMemoBox];
