@@ -214,7 +214,6 @@ TEST_F(TableFolderTest, SeeksInTheOrderOfTheKey) {
   employees.MoveNext();
   EXPECT_EQ(employees["SORT_NAME"].Get(), Value("SECOND SEVEN")) << "equal keys in file order";
   EXPECT_EQ(NumberOf([&] { employees.Edit(); }), 3027);
-  EXPECT_EQ(NumberOf([&] { employees["WAGE"].Get(); }), 3265);
 }
 
 TEST_F(TableFolderTest, AnswersTheLookups) {
@@ -222,7 +221,6 @@ TEST_F(TableFolderTest, AnswersTheLookups) {
       {"SELECT Distinct CREW FROM Prms1234  where CREW > 0 Order by CREW", "1 2 12"},
       {"SELECT Distinct EMPL_NUMB FROM Prms1234  where CREW =2 Order by EMPL_NUMB", "~ 130"},
       {"SELECT Distinct EMPL_NUMB FROM Prms1234 where CREW in (1,12) Order by EMPL_NUMB", "7"},
-      {"SELECT Count(CREW) as X from Prms1234", "4"},
       {"SELECT Sum(YTD_GROSS) as X from Prms1234 Where CREW < 3", "1322.5"},
       {"SELECT Max(SORT_NAME) as X from Prms1234 Where SORT_NAME < 's'", "'RUIZ ANA'"},
       {"SELECT Last(SORT_NAME) as X from Prms1234 Where EMPL_NUMB = 7", "'SECOND SEVEN'"},
