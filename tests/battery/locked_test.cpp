@@ -12,7 +12,7 @@
 
 #include "battery/battery.h"
 #include "battery/working_day.h"
-#include "support/fault_vfs.h"
+#include "support/no_waiting.h"
 
 namespace ostrel {
 namespace {
@@ -104,7 +104,7 @@ class Locked : public testing::Test {
 };
 
 TEST_F(Locked, ASaveWaitsForAnotherUserAndAsksAfterTenSeconds) {
-  const FaultVfs noWaiting;
+  const NoWaiting noWaiting;
   const struct {
     int Users;
     int HeldFor;  // seconds

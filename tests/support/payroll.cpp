@@ -14,7 +14,6 @@
 #include "platform/files/ini_file.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
-#include "platform/values/numbers.h"
 #include "support/dbf_builder.h"
 
 namespace ostrel {

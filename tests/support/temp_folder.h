@@ -49,12 +49,6 @@ class TempFolder {
   }
   std::string Read(std::string_view name) const { return ReadWholeFile(path_ / name); }
 
-  /// Of files and folders in it, to see what is left behind.
-  int Count() const {
-    const std::filesystem::directory_iterator entries(path_);
-    return static_cast<int>(std::distance(begin(entries), end(entries)));
-  }
-
   /// All that is in it, sorted by name: "a.txt=its content|sub/|sub/b.txt=|".
   std::string Contents() const {
     std::map<std::string, std::string> entries;
