@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-
 #include <tuple>
 
 #include "platform/database/database.h"
