@@ -305,6 +305,8 @@ TEST_F(FormViewTest, AMessageBoxIsNoLossOfFocus) {
     }
     QTest::keyClick(box, Qt::Key_Escape);
     EXPECT_TRUE(box->isVisible()) << "neither button means Esc";
+    QTest::keyClick(box, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_TRUE(box->isVisible()) << "a shortcut is no answer";
     QTest::keyClick(box, Qt::Key_N);
   });
   Edge.Run([&] {

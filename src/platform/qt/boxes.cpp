@@ -180,9 +180,10 @@ class MessageBox : public QDialog {
  protected:
   /// The letter of a button presses it, with Alt and without.
   void keyPressEvent(QKeyEvent* event) override {
+    const bool plain = (event->modifiers() & ~Qt::ShiftModifier) == 0;
     for (QPushButton* button : findChildren<QPushButton*>()) {
       const QKeySequence letter = button->shortcut();
-      if (!letter.isEmpty() && letter[0].key() == event->key()) return button->click();
+      if (plain && !letter.isEmpty() && letter[0].key() == event->key()) return button->click();
     }
     QDialog::keyPressEvent(event);
   }
