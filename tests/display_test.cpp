@@ -131,7 +131,7 @@ TEST(GridEditing, KeepsNameAndMomentRight) {
     edit("Empl#", "130 ");  // brings the name
     payroll.Desktop.Expect(
         bad.empty() ? "" : "[!] Ostrel Payroll | " + bad + "\\rignoring | Ok -> Ok",
-        [&] { edit(column, text); });
+        [&, cell = column, typed = text] { edit(cell, typed); });
     EXPECT_EQ(payroll.Fields("EMPL_NUMB SORT_NAME ETIME QUANTITY RATE"), fields);
   }
 }

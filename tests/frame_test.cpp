@@ -244,10 +244,10 @@ TEST_F(Reporting, TurnsEveryFaultIntoAReportEvenWithoutALog) {
     int runs = 0;
     const std::string report = "[!]*" + number + " in Line# 310 in routine 'cmdSave_Click'*-> ";
     testing::internal::CaptureStderr();
-    Office.Desktop.Expect(report + "Retry\n" + report + "Ignore", [&] {
+    Office.Desktop.Expect(report + "Retry\n" + report + "Ignore", [&, raise = fault] {
       statement(310, [&] {
         ++runs;
-        fault();
+        raise();
       });
     });
     EXPECT_EQ(runs, 2);

@@ -74,10 +74,12 @@ void EntryRow(Payroll& p, AgreeingDesktop& d) {
                                               {&txtComments, key::kEnter},
                                               {&txtComments, key::kLeft},
                                               {&cmdSave, key::kEscape}};
-  for (auto [control, pressed] : keys) {
-    control->SetFocus();
+  for (const auto& each : keys) {
+    KeyControl& control = *each.first;
+    int pressed = each.second;
+    control.SetFocus();
     const bool arrow = pressed == key::kLeft || pressed == key::kRight;
-    ScanMain.Raise([&] { arrow ? control->KeyDown(pressed, 0) : control->KeyPress(pressed); });
+    ScanMain.Raise([&] { arrow ? control.KeyDown(pressed, 0) : control.KeyPress(pressed); });
     p.Desktop.RunPosted();
   }
   chkStdRate.Value = 0;

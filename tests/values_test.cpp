@@ -202,8 +202,8 @@ TEST_F(Dates, AreRoundedToSecondsThenCutToMinutes) {
       {2958466 - 0.4 * second, "mm/dd/yy", "!6"},
       {kNoNumber, "mm/dd/yy", "!6"}};
   for (const auto& [days, pattern, text] : cases) {
-    EXPECT_EQ(OutcomeOf([&] { return Format(Moment{days}, pattern); }), text);
-    EXPECT_EQ(OutcomeOf([&] { return Format(days, pattern); }), text);
+    EXPECT_EQ(OutcomeOf([d = days, p = pattern] { return Format(Moment{d}, p); }), text);
+    EXPECT_EQ(OutcomeOf([d = days, p = pattern] { return Format(d, p); }), text);
   }
 }
 

@@ -90,7 +90,7 @@ TEST(ReadOnly, IsReportedOnceAndLeavesTheProgramUsable) {
     const std::string ini = payroll.Ini();
     const fs::path path = payroll.Folder.Path(what);
     if (!what.empty()) fs::permissions(path, fs::perms(0555));
-    EXPECT_TRUE(AsNobody([&] { EXPECT_EQ(UseTheProgram(payroll), said); }));
+    EXPECT_TRUE(AsNobody([&, heard = said] { EXPECT_EQ(UseTheProgram(payroll), heard); }));
     fs::permissions(path, fs::perms::all);
     const std::string store = payroll.App("Prin1234.mdb");
     EXPECT_EQ(AskSqlite(store, "SELECT count(*) FROM OstrelPr"), lines);

@@ -112,7 +112,7 @@ TEST_F(FormViewTest, KeysWalkTheRow) {
     const auto at = [](char place) -> Control& {
       if (place == 'S') return cmdSave;
       if (place == 'D') return txtToday;
-      return place == 'C' ? txtComments : txtInput.at(place - '0');
+      return place == 'C' ? txtComments : txtInput.at(static_cast<std::size_t>(place - '0'));
     };
     Focus(at(step.front()));
     Type(step.substr(1, step.size() - 2).c_str());
