@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 #include <functional>
 
-#include "battery/battery.h"
 #include "platform/database/row_change.h"
 #include "platform/database/sqlite_connection.h"
 #include "platform/database/store_fields.h"
 #include "platform/desktop.h"
+#include "support/ask_sqlite.h"
 #include "support/failure_number.h"
 #include "support/no_waiting.h"
 #include "support/scripted_desktop.h"
