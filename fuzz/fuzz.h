@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

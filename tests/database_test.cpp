@@ -6,7 +6,7 @@
 #include "platform/database/row_change.h"
 #include "platform/database/sqlite_connection.h"
 #include "platform/database/store_fields.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "support/ask_sqlite.h"
 #include "support/failure_number.h"
 #include "support/no_waiting.h"

@@ -4,7 +4,7 @@
 
 #include "entry/write_line.h"
 #include "frame/app_state.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "support/payroll.h"
 
 namespace ostrel {

@@ -7,13 +7,13 @@
 #include <ctime>
 #include <filesystem>
 
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/ini_file.h"
 #include "platform/files/ini_text.h"
 #include "platform/files/text_output.h"
 #include "platform/files/zip_extraction.h"
 #include "platform/values/dates.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 #include "support/failure_number.h"
 #include "support/full_disk.h"

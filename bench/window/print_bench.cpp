@@ -11,7 +11,7 @@
 
 #include "against_floor.h"
 #include "entry/scan_main.h"
-#include "platform/forms/grid_print.h"
+#include "platform/desktop/grid_print.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/qt_printing.h"
 #include "platform/qt/qt_text.h"

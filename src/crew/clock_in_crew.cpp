@@ -9,7 +9,7 @@
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "hours/auto_clock_in.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
 #include "store/lookups.h"
 

@@ -7,7 +7,7 @@
 #include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
 #include "store/lookups.h"
 

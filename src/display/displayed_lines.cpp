@@ -3,7 +3,7 @@
 #include "display/totals.h"
 #include "entry/scan_main.h"
 #include "frame/failure_reporting.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/dates.h"
 #include "platform/values/numbers.h"
 #include "store/lookups.h"

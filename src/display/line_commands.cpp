@@ -6,7 +6,7 @@
 #include "display/displayed_lines.h"
 #include "entry/scan_main.h"
 #include "frame/failure_reporting.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
 
 namespace ostrel {

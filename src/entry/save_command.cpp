@@ -10,7 +10,7 @@
 #include "frame/failure_reporting.h"
 #include "hours/auto_clock_in.h"
 #include "hours/time_question.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"

@@ -8,7 +8,7 @@
 #include "frame/failure_reporting.h"
 #include "frame/job_step.h"
 #include "hours/employee_hours.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/text_output.h"
 #include "platform/values/dates.h"

@@ -9,7 +9,7 @@
 #include "platform/database/dbf_header.h"
 #include "platform/database/dbf_write.h"
 #include "platform/database/sql_dialect.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/removable_disk.h"
 #include "platform/files/staged_files.h"

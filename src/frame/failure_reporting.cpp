@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "frame/app_state.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/text_output.h"
 #include "platform/values/clock.h"

@@ -17,7 +17,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

@@ -1,9 +1,9 @@
 #include "frame/first_run.h"
 
-#include "platform/child_process.h"
-#include "platform/desktop.h"
-#include "platform/failure.h"
+#include "platform/desktop/child_process.h"
+#include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

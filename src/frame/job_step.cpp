@@ -1,7 +1,7 @@
 #include "frame/job_step.h"
 
 #include "entry/scan_main.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 
 namespace ostrel {
 

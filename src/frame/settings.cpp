@@ -4,7 +4,7 @@
 #include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/ini_file.h"
 #include "platform/values/dates.h"

@@ -12,7 +12,7 @@
 #include "frame/failure_reporting.h"
 #include "frame/first_run.h"
 #include "frame/settings.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/staged_files.h"
 #include "platform/values/clock.h"

@@ -5,7 +5,7 @@
 #include "entry/write_line.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"

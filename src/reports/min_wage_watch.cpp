@@ -8,7 +8,7 @@
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "hours/employee_hours.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"

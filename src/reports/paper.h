@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/print_job.h"
+#include "platform/desktop/print_job.h"
 
 namespace ostrel {
 

@@ -5,8 +5,8 @@
 
 #include "entry/scan_main.h"
 #include "frame/failure_reporting.h"
-#include "platform/desktop.h"
-#include "platform/forms/grid_print.h"
+#include "platform/desktop/desktop.h"
+#include "platform/desktop/grid_print.h"
 #include "reports/paper.h"
 
 namespace ostrel {

@@ -5,7 +5,7 @@
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/database/database.h"
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/values/text.h"
 

@@ -16,7 +16,7 @@
 #include "battery/disk_shim.h"
 #include "battery/working_day.h"
 #include "frame/app_state.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 namespace {

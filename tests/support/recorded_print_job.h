@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/failure.h"
-#include "platform/print_job.h"
+#include "platform/desktop/print_job.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

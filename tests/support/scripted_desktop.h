@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
 #include "platform/values/value.h"
 #include "support/recorded_print_job.h"

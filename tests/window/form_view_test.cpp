@@ -12,10 +12,10 @@
 #include <QTimer>
 
 #include "frame/app_state.h"
-#include "platform/failure.h"
 #include "platform/qt/grid_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
+#include "platform/values/failure.h"
 #include "support/payroll.h"
 #include "window/qt_application.h"
 

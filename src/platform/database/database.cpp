@@ -1,7 +1,7 @@
 #include "platform/database/database.h"
 
 #include "platform/database/database_body.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

@@ -4,7 +4,7 @@
 // Both answer to the same class, since the lookups put the same kind of question to either.
 //
 // The SQL that comes in here is the program's own small dialect; sql_dialect.h says which forms are
-// let through. Failures carry the numbers of platform/failure.h.
+// let through. Failures carry the numbers of platform/values/failure.h.
 
 #include <memory>
 #include <string>

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "platform/database/dbf_values.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

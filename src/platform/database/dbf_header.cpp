@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "platform/database/dbf_code_page.h"
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

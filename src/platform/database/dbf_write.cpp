@@ -9,9 +9,9 @@
 
 #include "platform/database/dbf_header.h"
 #include "platform/database/dbf_values.h"
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/replace_file.h"
+#include "platform/values/failure.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
 

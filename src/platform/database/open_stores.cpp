@@ -9,9 +9,9 @@
 #include "platform/database/database.h"
 #include "platform/database/store.h"
 #include "platform/database/store_file.h"
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 namespace {

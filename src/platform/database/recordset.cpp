@@ -2,7 +2,7 @@
 
 #include "platform/database/database_body.h"
 #include "platform/database/recordset_body.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/database/store_fields.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 namespace {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "platform/database/sql_tokens.h"
-#include "platform/failure.h"
 #include "platform/values/dates.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

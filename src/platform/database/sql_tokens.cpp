@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

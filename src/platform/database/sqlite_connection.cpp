@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "platform/database/store_fields.h"
-#include "platform/failure.h"
 #include "platform/files/os_file.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 namespace {

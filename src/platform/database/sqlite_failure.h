@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

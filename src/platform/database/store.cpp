@@ -6,7 +6,7 @@
 #include "platform/database/index_check.h"
 #include "platform/database/store_fields.h"
 #include "platform/database/store_recordset.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

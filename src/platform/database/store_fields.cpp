@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "platform/failure.h"
 #include "platform/values/dates.h"
+#include "platform/values/failure.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
 

@@ -7,9 +7,9 @@
 
 #include "platform/database/index_check.h"
 #include "platform/database/store_fields.h"
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 namespace {

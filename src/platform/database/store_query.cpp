@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/database/store_fields.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

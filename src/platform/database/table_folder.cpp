@@ -8,9 +8,9 @@
 #include "platform/database/dbf_write.h"
 #include "platform/database/table_query.h"
 #include "platform/database/table_recordset.h"
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

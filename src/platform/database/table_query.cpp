@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

@@ -7,7 +7,7 @@
 
 #include "platform/database/database_body.h"
 #include "platform/database/dbf_values.h"
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

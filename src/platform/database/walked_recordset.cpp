@@ -1,6 +1,6 @@
 #include "platform/database/walked_recordset.h"
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 namespace {

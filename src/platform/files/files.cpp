@@ -6,9 +6,9 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/failure.h"
 #include "platform/files/os_file.h"
 #include "platform/values/clock.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 #ifdef _WIN32

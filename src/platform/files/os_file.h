@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
 #include "platform/files/replace_file.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

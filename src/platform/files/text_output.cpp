@@ -3,9 +3,9 @@
 #include <optional>
 #include <utility>
 
-#include "platform/failure.h"
 #include "platform/files/os_file.h"
 #include "platform/files/replace_file.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

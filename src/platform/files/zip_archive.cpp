@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

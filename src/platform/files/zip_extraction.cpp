@@ -6,11 +6,11 @@
 #include <set>
 #include <string_view>
 
-#include "platform/failure.h"
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
 #include "platform/files/staged_files.h"
 #include "platform/files/zip_archive.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/failure.h"
 #include "platform/forms/control.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

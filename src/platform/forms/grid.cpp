@@ -4,7 +4,7 @@
 #include <cassert>
 #include <memory>
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 #include "platform/values/format.h"
 #include "platform/values/text.h"
 

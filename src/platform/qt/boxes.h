@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 
 namespace ostrel {
 

@@ -3,11 +3,11 @@
 #include <QFontMetrics>
 #include <algorithm>
 
-#include "platform/failure.h"
 #include "platform/forms/data_control.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/pixel_lines.h"
 #include "platform/qt/qt_text.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

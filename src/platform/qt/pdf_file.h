@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/failure.h"
 #include "platform/files/numbered_file.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/print_job.h"
+#include "platform/desktop/print_job.h"
 
 namespace ostrel {
 

@@ -8,8 +8,8 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
-#include "platform/failure.h"
 #include "platform/qt/qt_text.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 
@@ -57,9 +57,9 @@ std::unique_ptr<PrintTarget> MakePrinterTarget(const PrintJobRequest& request) {
 #include <random>
 #include <utility>
 
-#include "platform/failure.h"
 #include "platform/qt/pdf_target.h"
 #include "platform/qt/printer_trouble.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 

@@ -2,7 +2,7 @@
 
 // The desktop of a real screen.
 
-#include "platform/desktop.h"
+#include "platform/desktop/desktop.h"
 #include "platform/qt/event_edge.h"
 
 namespace ostrel {

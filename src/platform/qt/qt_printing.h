@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "platform/print_job.h"
+#include "platform/desktop/print_job.h"
 
 namespace ostrel {
 

@@ -2,7 +2,7 @@
 
 // The failures of reading, converting and computing values, each with its words.
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 namespace ostrel::value_failure {
 

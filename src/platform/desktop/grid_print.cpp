@@ -1,12 +1,12 @@
-#include "platform/forms/grid_print.h"
+#include "platform/desktop/grid_print.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
 
-#include "platform/desktop.h"
-#include "platform/failure.h"
+#include "platform/desktop/desktop.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {

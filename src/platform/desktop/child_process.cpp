@@ -1,6 +1,6 @@
-#include "platform/child_process.h"
+#include "platform/desktop/child_process.h"
 
-#include "platform/failure.h"
+#include "platform/values/failure.h"
 
 #ifdef _WIN32
 #include <windows.h>

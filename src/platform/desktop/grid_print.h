@@ -10,8 +10,8 @@
 
 #include <memory>
 
+#include "platform/desktop/print_job.h"
 #include "platform/forms/grid.h"
-#include "platform/print_job.h"
 
 namespace ostrel {
 
