@@ -13,13 +13,14 @@
 
 #include <iostream>
 
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "platform/files/files.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
+#include "program/event_table.h"
+#include "scan_main/scan_main.h"
 
 namespace {
 

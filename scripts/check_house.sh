@@ -5,7 +5,7 @@
 # CONTRIBUTING.md says what each rule is for.
 set -euo pipefail
 
-rules=(floors qt-only-in-the-window window-seen-by-few no-circles statement-numbers
+rules=(floors rooms-in-order qt-only-in-the-window window-seen-by-few statement-numbers
     no-swallowed-failures no-sleeping-tests headers-once nothing-left-to-do)
 
 everything=(src tests bench fuzz sample docs)
@@ -25,23 +25,63 @@ windowless() {
         -e '^tests/window/' -e '^bench/window/' -e '^sample/play_sample_day'
 }
 
-# The ground floor knows nothing of the rooms above it.
+# The floors of src, lowest first; folders on one line stand beside each other.
+floors_of_the_house='
+platform/values
+platform/files
+platform/database
+platform/forms
+platform/desktop
+platform/qt
+frame
+scan_main
+store
+work_day
+display
+hours
+entry exchange reports
+crew
+program
+main
+'
+
+# Prints "<file> <folder> <room> <folder included> <room included>" for each include of ours.
+# A room is a header with its source; main.cpp is a folder of its own.
+includes() {
+    sources src | xargs -r awk '
+        function folder(path) { return match(path, /\/[^\/]*$/) ? substr(path, 1, RSTART - 1) : "main" }
+        /^#include "[a-z_]+\// {
+            path = $2; gsub(/"/, "", path); sub(/\.h$/, "", path)
+            file = FILENAME; sub(/^src\//, "", file); sub(/\.(h|cpp)$/, "", file)
+            print FILENAME ":" FNR, folder(file), file, folder(path), path
+        }'
+}
+
+# A folder includes only folders on lower floors, and every folder has its floor.
 floors() {
-    sources src/platform |
-        matches '#include "(frame|store|entry|hours|crew|display|reports|exchange)/'
+    includes | awk -v floors="$floors_of_the_house" '
+        BEGIN {
+            count = split(floors, lines, "\n")
+            for (i = 1; i <= count; ++i) {
+                folders = split(lines[i], names, " ")
+                for (n = 1; n <= folders; ++n) floor[names[n]] = i
+            }
+        }
+        $2 == $4 { next }
+        !($2 in floor) { print $1 ": " $2 " has no floor"; next }
+        !($4 in floor) { print $1 ": " $4 " has no floor"; next }
+        floor[$4] >= floor[$2] { print $1 ": " $2 " includes " $4 ", which is not below it" }'
+}
+
+# Within a folder, too, no two rooms lean on each other, by however many steps.
+rooms-in-order() {
+    includes | awk '$2 == $4 && $3 != $5 { print $3, $5 }' | { tsort 2>&1 >/dev/null || true; } |
+        sed -n 's/^tsort: //p'
 }
 
 qt-only-in-the-window() { windowless | matches '#include [<"](qt6/|Qt|Q[A-Z]|q[a-z]+\.h)'; }
 
 window-seen-by-few() { windowless | matches '#include "platform/qt/'; }
-
-no-circles() {
-    sources src | xargs -r awk '
-        /^#include "/ {
-            path = $2; gsub(/"/, "", path); file = FILENAME; sub(/^src\//, "", file)
-            print file, path
-        }' | { tsort 2>&1 >/dev/null || true; } | sed -n 's/^tsort: //p'
-}
 
 # A statement is known to phone support by module and number. A part of a routine that is handed its
 # tail belongs to the module that its file begins with. A number may be handed to such a part, as its

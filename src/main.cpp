@@ -2,10 +2,11 @@
 
 #include <optional>
 
-#include "entry/scan_main.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/no_display.h"
 #include "platform/qt/qt_desktop.h"
+#include "program/event_table.h"
+#include "scan_main/scan_main.h"
 
 int main(int argc, char** argv) {
   QApplication::setStyle("Fusion");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "display/displayed_lines.h"
+#include "display/view_filter.h"
 #include "frame/app_state.h"
 #include "support/payroll.h"
 

@@ -4,6 +4,7 @@
 
 #include "entry/write_line.h"
 #include "frame/app_state.h"
+#include "hours/typed_time.h"
 #include "platform/values/failure.h"
 #include "support/payroll.h"
 

@@ -6,8 +6,8 @@
 
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "frame/first_run.h"
 #include "platform/files/files.h"
+#include "program/first_run.h"
 #include "support/payroll.h"
 
 namespace ostrel {

@@ -4,8 +4,8 @@
 
 #include <sstream>
 
+#include "entry/auto_clock_in.h"
 #include "frame/app_state.h"
-#include "hours/auto_clock_in.h"
 #include "hours/employee_hours.h"
 #include "hours/time_question.h"
 #include "support/payroll.h"

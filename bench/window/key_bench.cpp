@@ -11,10 +11,11 @@
 #include <vector>
 
 #include "display/displayed_lines.h"
-#include "entry/scan_main.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/values/clock.h"
+#include "program/event_table.h"
+#include "scan_main/scan_main.h"
 #include "store_floor.h"
 #include "support/payroll.h"
 

@@ -10,12 +10,12 @@
 #include <QPdfWriter>
 
 #include "against_floor.h"
-#include "entry/scan_main.h"
 #include "platform/desktop/grid_print.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/qt_printing.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/scaling.h"
+#include "scan_main/scan_main.h"
 #include "store_floor.h"
 #include "support/payroll.h"
 

@@ -12,10 +12,11 @@
 #include <iostream>
 #include <vector>
 
-#include "entry/scan_main.h"
 #include "platform/files/files.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/qt_desktop.h"
+#include "program/event_table.h"
+#include "scan_main/scan_main.h"
 #include "store_floor.h"
 #include "support/payroll.h"
 

@@ -4,13 +4,12 @@
 #include <string>
 
 #include "crew/crew_command.h"
-#include "entry/scan_main.h"
 #include "entry/write_line.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "hours/auto_clock_in.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
 
 namespace ostrel {

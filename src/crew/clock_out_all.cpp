@@ -4,12 +4,13 @@
 #include <string>
 
 #include "crew/crew_command.h"
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
+#include "scan_main/scan_main.h"
 #include "store/employee_names.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -23,7 +24,7 @@ void WriteClockOut(std::int32_t EmplNumb, const std::string& time) {
   statement(2440, [&] { LinesRs["EMPL_NUMB"] = EmplNumb; });
   statement(2450, [] { LinesRs["QUANTITY"] = 0; });
   SetSortName(statement, 2460, LinesRs, EmplNumb);
-  statement(2470, [&] { LinesRs["ETIME"] = OnDayOfDateBox(time); });
+  statement(2470, [&] { LinesRs["ETIME"] = OnWorkDay(time); });
   statement(2480, [] { LinesRs["EVENT_TYPE"] = "O"; });
   statement(2490, [] { LinesRs["QUAN_DESC"] = " "; });
   statement(2500, [] { LinesRs["RATE"] = 0; });
@@ -38,8 +39,8 @@ void WriteClockOut(std::int32_t EmplNumb, const std::string& time) {
 }  // namespace
 
 void mnuClockoutAllEmpls_Click() {
-  DayCommand command{"Clock out all Employees", mnuClockoutAllEmpls.Caption, {}, {}, 0};
-  if (!StartsDayCommand(statement, 2410, command)) return;
+  CrewCommand command{"Clock out all Employees", mnuClockoutAllEmpls.Caption, {}, {}, 0};
+  if (!StartsCrewCommand(statement, 2410, command)) return;
   ForEachEmployee(statement, 2420, command.EmplList,
                   [&](std::int32_t EmplN) { WriteClockOut(EmplN, command.Time); });
   SetMousePointer(MousePointer::Normal);

@@ -1,17 +1,14 @@
 #include "crew/crew_command.h"
 
 #include "display/totals.h"
-#include "entry/date_comment_boxes.h"
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
-#include "frame/job_step.h"
-#include "hours/auto_clock_in.h"
 #include "hours/time_question.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
-#include "platform/values/dates.h"
 #include "platform/values/format.h"
-#include "store/lookups.h"
+#include "scan_main/scan_main.h"
+#include "store/number_list.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -33,16 +30,8 @@ void BringDisplayUpToDate(const FailureTail& statement, std::int32_t line) {
   statement(line + 3, [] { txtInput[kEmplBox].SetFocus(); });
 }
 
-std::string EmployeesClockedIn(std::int32_t& ListCount) {
-  std::string NotList;
-  return DomainList("Prin App", "EMPL_NUMB", WhereDay(txtToday.Text) + " and EVENT_TYPE = 'I'",
-                    NotList, ListCount);
-}
-
-std::string OnDayOfDateBox(const std::string& time) { return DayOfDateBox() + " " + time; }
-
-bool StartsDayCommand(const FailureTail& statement, std::int32_t line, DayCommand& command) {
-  if (!IsDate(txtToday.Text)) {
+bool StartsCrewCommand(const FailureTail& statement, std::int32_t line, CrewCommand& command) {
+  if (!HasWorkDay()) {
     SayNoDay(statement, line);
     return false;
   }

@@ -12,7 +12,7 @@
 
 namespace ostrel {
 
-/// Calls `command` for each number of an employee list. Uses the statements `line` to `line` + 4 of
+/// Calls `command` for each number of an employee list. Uses the statements `line` to `line` + 2 of
 /// the caller's tail. Lines written before a failure stay written.
 void ForEachEmployee(const FailureTail& statement, std::int32_t line, std::string EmplList,
                      const std::function<void(std::int32_t EmplN)>& command);
@@ -20,24 +20,16 @@ void ForEachEmployee(const FailureTail& statement, std::int32_t line, std::strin
 /// Shows the new lines and totals and puts the focus into the employee box. Four statements.
 void BringDisplayUpToDate(const FailureTail& statement, std::int32_t line);
 
-/// The employees clocked in on the day of the date box.
-///   ListCount  out: how many
-std::string EmployeesClockedIn(std::int32_t& ListCount);
-
-/// The moment text of the date box's day with a time text behind it.
-///   throws  Failure 13 when the date box holds no day
-std::string OnDayOfDateBox(const std::string& time);
-
 /// Whether the command goes on: the date box holds a day, the operator has settled the time and
 /// somebody is clocked in. Says why not; on the way out the focus and the pointer are as they should
-/// be. Uses the statements `line` to `line` + 4; the wait pointer shows when it returns true.
-struct DayCommand {
+/// be. Uses the statements `line` to `line` + 3; the wait pointer shows when it returns true.
+struct CrewCommand {
   std::string Prompt;          // "Clock out all Employees"
   std::string Caption;         // of the menu entry
   std::string Time;            // out: the time text to use; empty when the answer held a date
   std::string EmplList;        // out
   std::int32_t ListCount = 0;  // out
 };
-bool StartsDayCommand(const FailureTail& statement, std::int32_t line, DayCommand& command);
+bool StartsCrewCommand(const FailureTail& statement, std::int32_t line, CrewCommand& command);
 
 }  // namespace ostrel

@@ -4,12 +4,12 @@
 #include <string>
 
 #include "crew/crew_command.h"
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
-#include "store/lookups.h"
+#include "scan_main/scan_main.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -22,7 +22,7 @@ void CopyClockIn(const std::string& time) {
   int fields = 0;
   statement(3330, [&] { fields = LinesRs.FieldCount(); });
   for (int i = 0; i < fields; ++i) statement(3340, [&] { Data1.Recordset[i] = LinesRs[i]; });
-  statement(3350, [&] { Data1.Recordset["ETIME"] = OnDayOfDateBox(time); });
+  statement(3350, [&] { Data1.Recordset["ETIME"] = OnWorkDay(time); });
   statement(3360, [] { Data1.Recordset.Update(); });
 }
 
@@ -48,9 +48,9 @@ void CopyLatestClockIns(const std::string& time) {
 }  // namespace
 
 void mnuReClockInAllEmpls_Click() {
-  DayCommand command{"ReClock in all Employees", mnuReClockInAllEmpls.Caption, {}, {}, 0};
-  if (!StartsDayCommand(statement, 3284, command)) return;
-  const std::string query = "Select * from [OstrelPr]" + WhereDay(txtToday.Text) +
+  CrewCommand command{"ReClock in all Employees", mnuReClockInAllEmpls.Caption, {}, {}, 0};
+  if (!StartsCrewCommand(statement, 3284, command)) return;
+  const std::string query = "Select * from [OstrelPr]" + WhereWorkDay() +
                             " and EVENT_TYPE = 'I' order by EMPL_NUMB, ETIME Desc";
   statement(3290, [&] { LinesRs = PrinDb.OpenRecordset(query, RecordsetType::Dynaset); });
   statement(3294, [] { PrinDb.ShareCommits(); });

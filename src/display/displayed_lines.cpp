@@ -1,27 +1,13 @@
 #include "display/displayed_lines.h"
 
 #include "display/totals.h"
-#include "entry/scan_main.h"
+#include "display/view_filter.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
-#include "platform/values/dates.h"
 #include "platform/values/numbers.h"
-#include "store/lookups.h"
+#include "scan_main/scan_main.h"
 
 namespace ostrel {
-
-std::string WhereSelect() {
-  constexpr FailureTail statement{ScannerModule, "WhereSelect"};
-  std::string where;
-  if (IsDate(txtToday.Text)) where = WhereDay(txtToday.Text);
-  if (!mnuDisplayCurrentEmpl.Checked) return where;
-  const std::string& employee = txtInput[kEmplBox].Text;
-  double number = 0;
-  statement(6410, [&] { number = NumericPrefix(employee); });
-  if (number <= 0) return where;
-  where += where.empty() ? " where " : " and ";
-  return where + "EMPL_NUMB = " + employee;
-}
 
 void SetRecordSource() {
   constexpr FailureTail statement{ScannerModule, "SetRecordSource"};

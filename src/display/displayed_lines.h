@@ -3,13 +3,7 @@
 // Displayed lines: which lines the grid shows and in which order. The view has no variables of its
 // own; its state is that of the date box, the employee box and three menu checks.
 
-#include <string>
-
 namespace ostrel {
-
-/// The filter of the view as where text, empty when every line shows. The boxes' texts go in as they
-/// stand.
-std::string WhereSelect();
 
 /// Rebuilds the view and its totals.
 void SetRecordSource();

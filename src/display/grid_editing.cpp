@@ -2,13 +2,14 @@
 
 #include <string>
 
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "frame/standard_rate.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/dates.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "scan_main/scan_main.h"
 #include "store/timecard_store.h"
 
 namespace ostrel {

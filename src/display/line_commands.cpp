@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "display/displayed_lines.h"
-#include "entry/scan_main.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
+#include "scan_main/scan_main.h"
 
 namespace ostrel {
 

@@ -3,12 +3,13 @@
 #include <cstdint>
 #include <string>
 
-#include "display/displayed_lines.h"
-#include "entry/scan_main.h"
+#include "display/view_filter.h"
 #include "frame/failure_reporting.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -26,7 +27,8 @@ void DisplayTotals() {
   showSum(4730, "HOURS", "#,##0.00");
   showSum(4740, "GROSS", "#,##0.00");
   const std::string& day = txtToday.Text;
-  TDBGrid1.Columns("Date").FooterText = IsDate(day) ? Format(Moment{DateValue(day)}, "mm/dd") : day;
+  TDBGrid1.Columns("Date").FooterText =
+      HasWorkDay() ? Format(Moment{DateValue(day)}, "mm/dd") : day;
 
   std::int32_t count = 0;
   statement(4760, [&] { count = DomainFunc("Prin App", "EMPL_NUMB", where, "Count").ToLong(); });

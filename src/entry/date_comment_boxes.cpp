@@ -1,12 +1,12 @@
 #include "entry/date_comment_boxes.h"
 
 #include "display/displayed_lines.h"
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
+#include "scan_main/scan_main.h"
 
 namespace ostrel {
 
@@ -25,8 +25,6 @@ bool LeavesBox(const TextBox& box, int KeyCode) {
 }
 
 }  // namespace
-
-std::string DayOfDateBox() { return Format(Moment{DateValue(txtToday.Text)}, DateFormat); }
 
 void txtToday_GotFocus() { LightUp(txtToday); }
 

@@ -2,16 +2,18 @@
 
 #include <string>
 
-#include "entry/scan_main.h"
-#include "entry/write_line.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "frame/standard_rate.h"
+#include "hours/typed_time.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 

@@ -4,19 +4,19 @@
 #include <string>
 
 #include "display/totals.h"
-#include "entry/scan_main.h"
+#include "entry/auto_clock_in.h"
 #include "entry/write_line.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "hours/auto_clock_in.h"
 #include "hours/time_question.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
-#include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -75,9 +75,8 @@ bool DescriptionIsSettled() {
 }
 
 std::int32_t ClockInsOfDay() {
-  const std::string where = WhereDay(txtToday.Text) +
-                            " and EMPL_NUMB = " + txtInput[kEmplBox].Text.Get() +
-                            " and EVENT_TYPE='I';";
+  const std::string where =
+      WhereWorkDay() + " and EMPL_NUMB = " + txtInput[kEmplBox].Text.Get() + " and EVENT_TYPE='I';";
   std::int32_t count = 0;
   statement(430, [&] { count = DomainFunc("Prin App", "EVENT_TYPE", where, "Count").ToLong(); });
   return count;
@@ -87,7 +86,7 @@ std::int32_t ClockInsOfDay() {
 ///   AutoClockInVal  out: its time, left alone where none is wanted
 ///   returns         whether the save goes on
 bool ClockInIsSettled(std::string& AutoClockInVal) {
-  const bool asks = mnuUseTimeClock.Checked && !Option1[kClockIn].Value && IsDate(txtToday.Text);
+  const bool asks = mnuUseTimeClock.Checked && !Option1[kClockIn].Value && HasWorkDay();
   if (!asks || ClockInsOfDay() != 0) return true;
   Beep();
   std::string TimeOut;

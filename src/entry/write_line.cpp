@@ -2,18 +2,19 @@
 
 #include <cstdint>
 
-#include "entry/date_comment_boxes.h"
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "frame/standard_rate.h"
+#include "hours/typed_time.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
-#include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "scan_main/scan_main.h"
 #include "store/employee_names.h"
 #include "store/timecard_store.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -27,15 +28,13 @@ const std::string& BoxText(InputBoxIndex index) { return txtInput[index].Text; }
 double NumberIn(InputBoxIndex index) { return NumericPrefix(BoxText(index)); }
 
 /// The date box's day, or today where it holds none.
-std::string DayOfLine() {
-  return IsDate(txtToday.Text) ? DayOfDateBox() : Format(Now(), DateFormat);
-}
+std::string DayOfLine() { return HasWorkDay() ? WorkDay() : Format(Now(), DateFormat); }
 
 /// Day of the box with the time of the clock, to the minute; this very second where the box holds no
 /// day.
 void SetClockTime(std::int32_t line) {
-  if (IsDate(txtToday.Text)) {
-    statement(line, [] { LinesRs["ETIME"] = DayOfDateBox() + " " + Format(Now(), TimeFormat); });
+  if (HasWorkDay()) {
+    statement(line, [] { LinesRs["ETIME"] = OnWorkDay(Format(Now(), TimeFormat)); });
   } else {
     statement(line + 1, [] { LinesRs["ETIME"] = Now(); });
   }
@@ -126,19 +125,6 @@ void WriteValues() {
   SetQuantityAndRate();
   SetCosting();
   statement(6850, [] { LinesRs.Update(); });
-}
-
-std::string AppendAmPm(const std::string& TimeIn) {
-  constexpr double kNoon = 12;
-  std::string working;
-  if (ContainsText(TimeIn, "p") || ContainsText(TimeIn, "a")) {
-    working = IsDate(TimeIn) ? TimeIn : "12:00 pm";
-  } else {
-    double hour = NumericPrefix(TimeIn);
-    if (!(hour >= 1 && hour <= 23)) hour = kNoon;
-    working = Format(hour, "#0.00") + (hour <= 6 || hour >= kNoon ? " pm" : " am");
-  }
-  return Format(TimeValue(working), "hh:mm am/pm");
 }
 
 }  // namespace ostrel

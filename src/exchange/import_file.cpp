@@ -3,16 +3,16 @@
 #include <cstdint>
 #include <string>
 
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "frame/job_step.h"
+#include "frame/standard_rate.h"
 #include "hours/employee_hours.h"
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/text_output.h"
-#include "platform/values/dates.h"
 #include "platform/values/numbers.h"
+#include "scan_main/scan_main.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -102,12 +102,15 @@ std::string RecordOfPlainLine() {
   return NumberOf("QUANTITY") == 0 ? HoursRecord() : PieceworkRecord();
 }
 
-bool StepUp(std::int32_t line, bool toLast) {
+enum class Step { ToLast, Up };
+
+/// Whether the walk stands on a line after the step.
+bool StepUp(std::int32_t line, Step step) {
   bool onLine = false;
   statement(line, [&] {
     Recordset& lines = Data1.Recordset;
     if (lines.RowCount() == 0) return;
-    if (toLast) {
+    if (step == Step::ToLast) {
       lines.MoveLast();
     } else {
       lines.MovePrevious();
@@ -120,7 +123,7 @@ bool StepUp(std::int32_t line, bool toLast) {
 /// From the last line on show up to the first: with the newest on top the file runs from the oldest.
 std::int32_t WriteLines(ReplacementFile& file, std::string (*recordOfLine)()) {
   std::int32_t LineCount = 0;
-  for (bool onLine = StepUp(5070, true); onLine; onLine = StepUp(5100, false)) {
+  for (bool onLine = StepUp(5070, Step::ToLast); onLine; onLine = StepUp(5100, Step::Up)) {
     std::string record;
     statement(5080, [&] { record = recordOfLine(); });
     if (record.empty()) continue;
@@ -177,7 +180,7 @@ bool HasDayToWrite() {
     });
     return false;
   }
-  if (IsDate(txtToday.Text)) return true;
+  if (HasWorkDay()) return true;
   SayNoDay(statement, 5010);
   return false;
 }

@@ -5,7 +5,7 @@
 
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "frame/settings.h"
+#include "frame/ini_keys.h"
 #include "platform/database/dbf_header.h"
 #include "platform/database/dbf_write.h"
 #include "platform/database/sql_dialect.h"
@@ -16,6 +16,7 @@
 #include "platform/files/zip_extraction.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "store/office_tables.h"
 
 namespace ostrel {
 
@@ -38,15 +39,7 @@ namespace {
 
 constexpr FailureTail statement{PrinModule, "LoadDescFiles"};
 
-constexpr std::size_t kWordLength = 4;          // "Clnt"
-constexpr std::size_t kBareFileNameLength = 8;  // "Clnt.zip" names no client
 constexpr double kLowestClient = 1000, kHighestClient = 9999;
-
-bool NamesAClient(const std::string& fileName) { return fileName.size() > kBareFileNameLength; }
-
-std::string ClientOf(const std::string& fileName) {
-  return fileName.substr(kWordLength, kWordLength);
-}
 
 std::string NotFoundText() {
   return "No Description update file (Clnt*.zip) found in '" + RemoteDrive + "'\r";
@@ -149,7 +142,7 @@ void PrepareTable(const std::string& name, std::string& content) {
 
 ZipExtraction WantedTables() {
   ZipExtraction wanted{RemoteDrive + "Clnt" + ClientNumb + ".zip", {}, DataPath, PrepareTable};
-  for (const char* word : {"Hvcl", "Prms", "Glen", "Glod", "Gleq"}) {
+  for (const char* word : kOfficeTables) {
     wanted.BaseNames.push_back(word + ClientNumb);
   }
   return wanted;

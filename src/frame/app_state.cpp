@@ -4,7 +4,6 @@
 
 namespace ostrel {
 
-std::string TimeFormat, DateFormat, DbaseConnect, DbaseExt;
 std::string DataPath, RemoteDrive, ClientNumb;
 std::int32_t UserCount = 1;
 std::string DefaultClockIn, DefaultClockOut;
@@ -16,8 +15,8 @@ bool JobStepAborted = false;
 std::string StorePath() { return DataPath + kPathSeparator + "Prin" + ClientNumb + ".mdb"; }
 
 void ResetAppState() {
-  for (std::string* text : {&TimeFormat, &DateFormat, &DbaseConnect, &DbaseExt, &DataPath,
-                            &RemoteDrive, &ClientNumb, &DefaultClockIn, &DefaultClockOut}) {
+  for (std::string* text :
+       {&DataPath, &RemoteDrive, &ClientNumb, &DefaultClockIn, &DefaultClockOut}) {
     text->clear();
   }
   for (Recordset* recordset : {&LinesRs, &ClientRs, &PrmsRs, &GlenRs, &GlodRs, &GleqRs})

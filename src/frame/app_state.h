@@ -10,11 +10,11 @@
 
 namespace ostrel {
 
-// Patterns and names that do not change while the program runs.
-extern std::string TimeFormat;    ///< "hh:mm am/pm"
-extern std::string DateFormat;    ///< "mm/dd/yy"
-extern std::string DbaseConnect;  ///< how the folder of tables is opened
-extern std::string DbaseExt;      ///< ".dbf"
+// Patterns and names that never change.
+inline constexpr const char* TimeFormat = "hh:mm am/pm";
+inline constexpr const char* DateFormat = "mm/dd/yy";
+inline constexpr const char* DbaseConnect = "FoxPro 2.5;";  ///< how the folder of tables is opened
+inline constexpr const char* DbaseExt = ".dbf";
 
 // Who and where.
 extern std::string

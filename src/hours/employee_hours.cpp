@@ -5,18 +5,17 @@
 #include <string>
 
 #include "display/totals.h"
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "frame/job_step.h"
-#include "hours/auto_clock_in.h"
 #include "hours/time_question.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
-#include "store/lookups.h"
+#include "scan_main/scan_main.h"
+#include "store/number_list.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -165,7 +164,7 @@ void RewritePeriod(Period& period) {
 }
 
 void CalcEmployee(std::int32_t EmplNumb) {
-  const std::string query = "Select * from [OstrelPr]" + WhereDay(txtToday.Text) +
+  const std::string query = "Select * from [OstrelPr]" + WhereWorkDay() +
                             " and EMPL_NUMB = " + std::to_string(EmplNumb) + " order by ETIME";
   statement(4190, [&] { LinesRs = PrinDb.OpenRecordset(query, RecordsetType::Dynaset); });
   Periods periods;
@@ -180,17 +179,14 @@ void CalcEmployee(std::int32_t EmplNumb) {
 
 void CalcEmplHours() {
   JobStepAborted = false;
-  if (!IsDate(txtToday.Text)) {
+  if (!HasWorkDay()) {
     SayNoDay(statement, 4170);
     JobStepAborted = true;
     return;
   }
   SetMousePointer(MousePointer::Wait);
-  std::string NotList;
   std::int32_t ListCount = 0;
-  std::string EmplList =
-      DomainList("Prin App", "EMPL_NUMB", WhereDay(txtToday.Text) + " and EVENT_TYPE = 'I'",
-                 NotList, ListCount);
+  std::string EmplList = EmployeesClockedIn(ListCount);
   if (ListCount == 0) {
     SayNobodyClockedIn(statement, 4174);
     JobStepAborted = true;

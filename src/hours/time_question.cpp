@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "entry/write_line.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "hours/typed_time.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"

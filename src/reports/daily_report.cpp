@@ -6,13 +6,15 @@
 #include <vector>
 
 #include "display/displayed_lines.h"
-#include "entry/scan_main.h"
+#include "display/view_filter.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/grid_print.h"
 #include "platform/values/numbers.h"
 #include "reports/paper.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "store/number_list.h"
 
 namespace ostrel {
 
@@ -43,13 +45,10 @@ std::string PrintEmployee(const std::string& list) {
 }
 
 std::string EmployeesOnShow() {
-  constexpr std::string_view kOpening = "in (";
   std::string filter, NotList;
   std::int32_t ListCount = 0;
   statement(3060, [&] { filter = WhereSelect(); });
-  std::string list = DomainList("Prin App", "EMPL_NUMB", filter, NotList, ListCount);
-  if (list.starts_with(kOpening)) list.erase(0, kOpening.size());
-  return list;
+  return WithoutBrackets(DomainList("Prin App", "EMPL_NUMB", filter, NotList, ListCount));
 }
 
 }  // namespace
@@ -68,7 +67,7 @@ void mnuEmplDailyRpt_Click() {
     files.push_back(PrintEmployee(EmplList));
     EmplList.erase(0, comma + 1);
   }
-  files.push_back(PrintEmployee(EmplList));  // the closing bracket ends its number
+  files.push_back(PrintEmployee(EmplList));
 
   mnuEmplOrder.Checked = SavedOrder;
   mnuDisplayCurrentEmpl.Checked = SavedCurrent;

@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <string>
 
-#include "crew/crew_command.h"
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "hours/employee_hours.h"
@@ -13,7 +11,10 @@
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "reports/piecework_earnings.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "store/number_list.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -41,15 +42,8 @@ void FindEmployeesBelow(Watch& watch) {
   std::string NotList;
   watch.BelowList = DomainList(
       "Prin App", "EMPL_NUMB",
-      WhereDay(txtToday.Text) + " and EVENT_TYPE = 'W' and HOUR_GROSS<" + lblMinWage.Caption.Get(),
-      NotList, watch.BelowCount);
-}
-
-/// What stands between the brackets of a list.
-std::string WithoutBrackets(std::string list) {
-  const std::size_t open = list.find('(');
-  if (open != std::string::npos) list.erase(0, open + 1);
-  return list.substr(0, list.find(')'));
+      WhereWorkDay() + " and EVENT_TYPE = 'W' and HOUR_GROSS<" + lblMinWage.Caption.Get(), NotList,
+      watch.BelowCount);
 }
 
 std::string MessageOf(const Watch& watch) {

@@ -4,10 +4,11 @@
 #include <array>
 #include <cstdio>
 
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "platform/files/files.h"
 #include "platform/values/dates.h"
+#include "scan_main/scan_main.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -15,7 +16,7 @@ namespace {
 
 /// Sorted by name, the files of a folder are then sorted by day.
 std::string DayForName() {
-  if (!IsDate(txtToday.Text)) return "All";
+  if (!HasWorkDay()) return "All";
   const CivilDate day = CivilFromDays(static_cast<int>(DateValue(txtToday.Text)));
   std::array<char, 32> text{};
   std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", day.Year, day.Month, day.Day);

@@ -7,7 +7,7 @@
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
-#include "store/lookups.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 

@@ -3,11 +3,11 @@
 #include <memory>
 #include <string>
 
-#include "entry/scan_main.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/grid_print.h"
 #include "reports/paper.h"
+#include "scan_main/scan_main.h"
 
 namespace ostrel {
 

@@ -1,10 +1,13 @@
 #include "store/lookups.h"
 
+#include <vector>
+
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/files/files.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "store/number_list.h"
 
 namespace ostrel {
 
@@ -95,20 +98,16 @@ std::string DomainList(const std::string& Domain, const std::string& FieldExpr,
   });
   if (!rows) return {};
 
-  std::string list;
-  std::int32_t count = 0;
+  std::vector<std::string> numbers;
   statement(12120, [&] {
     for (; !rows.Eof(); rows.MoveNext()) {
       const Value value = rows[0];
-      if (value.IsNull()) continue;  // an empty field is nobody's number
-      if (count > 0) list += ',';
-      list += value.ToText();
-      ++count;
+      if (!value.IsNull()) numbers.push_back(value.ToText());  // an empty field is nobody's number
     }
   });
-  if (count == 0) return {};
-  ListCount = count;
-  list = "in (" + list + ")";
+  if (numbers.empty()) return {};
+  ListCount = static_cast<std::int32_t>(numbers.size());
+  std::string list = NumberList(numbers);
   NotList = " Not " + list;
   return list;
 }
@@ -123,7 +122,5 @@ float NumOrZero(const Recordset& recordset, const char* field) noexcept {
     return 0;
   }
 }
-
-std::string WhereDay(const std::string& day) { return " where INT(ETIME) = #" + day + "#"; }
 
 }  // namespace ostrel

@@ -35,8 +35,4 @@ std::string DomainList(const std::string& Domain, const std::string& FieldExpr,
 /// that cannot be read, for want of a current row say, gives 0 and no report.
 float NumOrZero(const Recordset& recordset, const char* field) noexcept;
 
-/// Where text for the lines of one day: " where INT(ETIME) = #06/14/04#".
-///   day  a date text, as the date box holds it
-std::string WhereDay(const std::string& day);
-
 }  // namespace ostrel

@@ -318,7 +318,7 @@ class HostileZip : public testing::Test {
 
   std::vector<std::string> Tables() const {
     std::vector<std::string> tables;
-    for (const char* name : kOfficeTables) {
+    for (const char* name : kTableFiles) {
       tables.push_back(ReadWholeFile(ExistingPath(payroll_.App(name))));
     }
     return tables;
@@ -335,7 +335,7 @@ class HostileZip : public testing::Test {
   ///   returns  whether the program says that the tables are new
   bool Update(const std::string& zip) {
     for (std::size_t table = 0; table < old_.size(); ++table) {
-      const std::string path = payroll_.App(kOfficeTables[table]);
+      const std::string path = payroll_.App(kTableFiles[table]);
       fs::remove(ExistingPath(path));  // a zip may bring the name in other letters
       WriteWholeFile(path, old_[table]);
     }
@@ -368,7 +368,7 @@ TEST_F(HostileZip, BringsAllOfTheTablesOrNone) {
     const bool isNew = Update(zip);
     EXPECT_TRUE(Tables() == (isNew ? new_ : old_));
     ++row[isNew ? "spoilt unpacked whole" : "spoilt refused"];
-    const std::size_t name = zip.find(kOfficeTables[1]);  // behind it lies the table
+    const std::size_t name = zip.find(kTableFiles[1]);  // behind it lies the table
     if (!isNew && name != zip.npos && zip.substr(name + 12, packed.size()) != packed) ++row.Control;
   }
   EXPECT_TRUE(Outside() == outside_);

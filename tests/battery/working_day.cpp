@@ -8,6 +8,7 @@
 
 #include "battery/disk_shim.h"
 #include "frame/app_state.h"
+#include "program/event_table.h"
 
 namespace ostrel {
 
@@ -31,7 +32,7 @@ std::string OneRowMore(std::string table) {
 
 ZipBuilder NextWeeksZip(const Payroll& laptop) {
   ZipBuilder zip;
-  for (const char* name : kOfficeTables) {
+  for (const char* name : kTableFiles) {
     zip.Add({name, OneRowMore(ReadWholeFile(laptop.App(name)))});
   }
   return zip;

@@ -19,8 +19,8 @@ using Contents = std::map<std::string, std::string>;  ///< by path in the folder
 
 Contents ReadContents(const std::string& folder);
 
-inline const char* const kOfficeTables[] = {"Hvcl1234.dbf", "Prms1234.dbf", "Glen1234.dbf",
-                                            "Glod1234.dbf", "Gleq1234.dbf"};
+inline const char* const kTableFiles[] = {"Hvcl1234.dbf", "Prms1234.dbf", "Glen1234.dbf",
+                                          "Glod1234.dbf", "Gleq1234.dbf"};
 /// The table with its last row once more.
 std::string OneRowMore(std::string table);
 /// The laptop's tables as the office sends them, each with one row more.

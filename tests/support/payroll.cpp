@@ -9,11 +9,12 @@
 #include "display/displayed_lines.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "frame/settings.h"
 #include "platform/files/files.h"
 #include "platform/files/ini_file.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
+#include "program/event_table.h"
+#include "program/settings.h"
 #include "support/dbf_builder.h"
 
 namespace ostrel {

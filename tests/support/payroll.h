@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "entry/scan_main.h"
+#include "scan_main/scan_main.h"
 #include "support/scripted_desktop.h"
 #include "support/temp_folder.h"
 

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include "frame/app_state.h"
+#include "frame/standard_rate.h"
 #include "platform/qt/grid_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"

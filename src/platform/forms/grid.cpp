@@ -13,8 +13,8 @@ namespace ostrel {
 Column::Column(Control& grid, const ColumnDesign& design)
     : Caption(design.Caption),
       DataField(design.DataField),
-      Locked(design.Locked),
-      ButtonFaceFooter(design.ButtonFaceFooter),
+      Locked(design.Cells == Typing::Locked),
+      Fill(design.Fill),
       CellAlign(design.Cell),
       HeadingAlign(design.Heading),
       FooterAlign(design.Footer),

@@ -14,14 +14,18 @@
 
 namespace ostrel {
 
+enum class FooterFill { LightGrey, ButtonFace };
+/// Whether the operator can type in a column's cells.
+enum class Typing { Typed, Locked };
+
 struct ColumnDesign {
   const char* Caption;
   const char* DataField;
   const char* NumberFormat;  ///< a pattern of platform/values/format.h, or ""
   int Width;                 ///< twips
   Alignment Cell, Heading, Footer;
-  bool ButtonFaceFooter;  ///< else light grey
-  bool Locked;            ///< the operator cannot type in it
+  FooterFill Fill;
+  Typing Cells;
 };
 
 class Grid;
@@ -31,8 +35,8 @@ class Column {
   Column(Control& grid, const ColumnDesign& design);
 
   std::string Caption, DataField;
-  bool Locked;
-  bool ButtonFaceFooter;
+  bool Locked;  ///< the operator cannot type in it
+  FooterFill Fill;
   Alignment CellAlign, HeadingAlign, FooterAlign;
   Property<std::string> NumberFormat;
   Property<int> Width;

@@ -74,8 +74,9 @@ void GridPainter::PaintFooter() {
   for (const ColumnSpan& span : geometry_.Columns) {
     const Column& column = grid_.Columns(span.Number);
     const QRect cell = geometry_.Cell(line, span);
-    PaintButtonFace(cell, column.ButtonFaceFooter ? palette_.color(QPalette::Button) : kLightGrey);
-    painter_.setPen(column.ButtonFaceFooter ? palette_.color(QPalette::ButtonText) : Qt::black);
+    const bool buttonFace = column.Fill == FooterFill::ButtonFace;
+    PaintButtonFace(cell, buttonFace ? palette_.color(QPalette::Button) : kLightGrey);
+    painter_.setPen(buttonFace ? palette_.color(QPalette::ButtonText) : Qt::black);
     DrawFitted(painter_, cell.adjusted(padding_, 0, -padding_, 0),
                static_cast<int>(AlignmentFlags(column.FooterAlign).toInt()),
                ToQt(column.FooterText));

@@ -1,12 +1,14 @@
-#include "entry/standard_rate.h"
+#include "entry/standard_rate_switch.h"
 
 #include <string>
 
-#include "entry/scan_main.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "frame/standard_rate.h"
 #include "platform/values/format.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -28,7 +30,7 @@ void chkStdRate_Click() {
     statement(120, [&] {
       txtInput[kRateBox].Text = DomainFunc("Prin App", "RATE", selection, "Last").ToText();
     });
-    if (txtInput[kRateBox].Text == "-9") txtInput[kRateBox].Text = kStdRateWord;
+    if (txtInput[kRateBox].Text == kStdRateText) txtInput[kRateBox].Text = kStdRateWord;
   }
   if (txtInput[kEmplBox].Shown()) statement(130, [] { txtInput[kEmplBox].SetFocus(); });
 }

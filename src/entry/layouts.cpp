@@ -1,8 +1,8 @@
-#include "display/layouts.h"
+#include "entry/layouts.h"
 
 #include "entry/input_boxes.h"
-#include "entry/scan_main.h"
 #include "frame/failure_reporting.h"
+#include "scan_main/scan_main.h"
 
 namespace ostrel {
 

@@ -1,4 +1,4 @@
-#include "frame/first_run.h"
+#include "program/first_run.h"
 
 #include "platform/desktop/child_process.h"
 #include "platform/desktop/desktop.h"

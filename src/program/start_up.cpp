@@ -1,4 +1,4 @@
-#include "frame/start_up.h"
+#include "program/start_up.h"
 
 #include <array>
 #include <string>
@@ -6,12 +6,10 @@
 
 #include "display/displayed_lines.h"
 #include "entry/input_boxes.h"
-#include "entry/scan_main.h"
 #include "exchange/load_descriptions.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "frame/first_run.h"
-#include "frame/settings.h"
+#include "frame/ini_keys.h"
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/staged_files.h"
@@ -19,27 +17,25 @@
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
+#include "program/first_run.h"
+#include "program/settings.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "store/office_tables.h"
 #include "store/timecard_store.h"
 
 namespace ostrel {
 
 namespace {
 
-constexpr std::size_t kWordLength = 4;          // of a table word: Hvcl, Prms, ...
-constexpr std::size_t kBareFileNameLength = 8;  // "Hvcl.dbf" names no client
-constexpr int kGridColumnsStart = 420;          // twips; column 0 stands under box 0
-constexpr int kSideMargin = 1440 / 4;           // twips
-constexpr int kTopMargin = 1440 / 2;            // twips
-
-std::string TablePath(const char* word) {
-  return DataPath + kPathSeparator + word + ClientNumb + DbaseExt;
-}
+constexpr int kGridColumnsStart = 420;  // twips; column 0 stands under box 0
+constexpr int kSideMargin = 1440 / 4;   // twips
+constexpr int kTopMargin = 1440 / 2;    // twips
 
 /// The first name of a client's file in the listing, or the empty text.
 std::string FirstClientFile(const std::vector<std::string>& names) {
   for (const std::string& name : names) {
-    if (name.size() > kBareFileNameLength) return name;
+    if (NamesAClient(name)) return name;
   }
   return {};
 }
@@ -101,8 +97,6 @@ void PlaceForm() {
 
 void Form_Load() {
   constexpr FailureTail statement{ScannerModule, "Form_Load"};
-  DbaseConnect = "FoxPro 2.5;";
-  DbaseExt = ".dbf";
   statement(1010, [] { RemoteDrive = IniRead(kIniSection, kExchangeFolderKey); });
   std::string users;
   statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
@@ -118,8 +112,6 @@ void Form_Load() {
   std::int32_t ListCount = 0;
   DomainList("Prms", "CREW", " where CREW > 0", NotList, ListCount);
   mnuClockInACrew.Enabled = ListCount != 0;
-  TimeFormat = "hh:mm am/pm";
-  DateFormat = "mm/dd/yy";
   statement(1060, [] { GetIniParms(); });
   FitGrid();
   mnuDisplayCurrentEmpl.Checked = false;
@@ -153,18 +145,19 @@ void OpenAll() {
     clientFile = FirstClientFile(ListFiles(DataPath + kPathSeparator + "Hvcl*.dbf"));
   });
   if (!clientFile.empty()) {
-    ClientNumb = clientFile.substr(kWordLength, kWordLength);
+    ClientNumb = ClientOf(clientFile);
   } else {
     RemoteDrive.clear();
     statement(13016, [] { LoadDescFiles(); });
   }
 
-  for (const char* word : {"Hvcl", "Prms", "Glen", "Glod", "Gleq"}) {
+  for (const char* word : kOfficeTables) {
     bool there = true;
-    statement(13020, [&] { there = Exist(TablePath(word)); });
+    statement(13020, [&] { there = Exist(OfficeTablePath(word)); });
     if (there) continue;
-    statement(13024,
-              [&] { MsgBox(TablePath(word) + " not found.", BoxButtons::Ok, BoxIcon::Stop); });
+    statement(13024, [&] {
+      MsgBox(OfficeTablePath(word) + " not found.", BoxButtons::Ok, BoxIcon::Stop);
+    });
     throw ProgramEnded{};
   }
   statement(13030,

@@ -1,15 +1,14 @@
-#include "frame/settings.h"
+#include "program/settings.h"
 
-#include "display/layouts.h"
-#include "entry/scan_main.h"
+#include "entry/layouts.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "frame/ini_keys.h"
 #include "platform/desktop/desktop.h"
-#include "platform/files/files.h"
-#include "platform/files/ini_file.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/text.h"
+#include "scan_main/scan_main.h"
 
 namespace ostrel {
 
@@ -51,8 +50,6 @@ ClockSetting ClockOutSetting() {
           " am"};
 }
 
-std::string IniPath() { return ConfigurationFolder() + kPathSeparator + "Halvane.ini"; }
-
 const char* TrueOrFalse(bool value) { return value ? "True" : "False"; }
 
 /// Two statements from `line` on. A value that is no time leaves what the conversion before it gave,
@@ -76,7 +73,7 @@ void ShowClock(bool shown) {
   lblClockOff.Visible = !shown;
 }
 
-/// Five statements from `line` on.
+/// Three statements from `line` on.
 void AskClockSetting(const FailureTail& statement, std::int32_t line, const ClockSetting& setting) {
   const std::string offered = setting.Menu.Caption.Get().substr(setting.CaptionPrefix.size());
   std::string answer;
@@ -97,14 +94,6 @@ void AskClockSetting(const FailureTail& statement, std::int32_t line, const Cloc
 }
 
 }  // namespace
-
-std::string IniRead(const std::string& Section, const std::string& Key) {
-  return ReadIniValue(IniPath(), Section, Key);
-}
-
-void IniWrite(const std::string& Section, const std::string& Key, const std::string& Text) {
-  (void)WriteIniValue(IniPath(), Section, Key, Text);
-}
 
 void GetIniParms() {
   constexpr FailureTail statement{ScannerModule, "GetIniParms"};

@@ -1,7 +1,7 @@
 #pragma once
 
-// The program's settings: one section of the office's ini file. Read once when the form loads, put
-// on the menus and the form, written back when the form closes.
+// The program's section of the office's ini file, one key at a time. Settings, start-up and the
+// loading of descriptions read and write here; which key means what is theirs.
 
 #include <string>
 
@@ -16,13 +16,5 @@ std::string IniRead(const std::string& Section, const std::string& Key);
 
 /// Writes one key; a file that cannot be written is passed over, settings being no payroll.
 void IniWrite(const std::string& Section, const std::string& Key, const std::string& Text);
-
-/// Reads the settings and lays the form out by them.
-void GetIniParms();
-void PutIniParms();
-
-void mnuDefaultClockIn_Click();
-void mnuDefaultClockOut_Click();
-void mnuAutosetTime_Click();
 
 }  // namespace ostrel

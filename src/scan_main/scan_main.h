@@ -1,7 +1,8 @@
 #pragma once
 
 // ScanMain, the one form of the program: its controls by name, as all routines know them. What the
-// form looks like and which routine answers which event stands in scan_main.cpp.
+// form looks like stands in scan_main.cpp, a control a line; nothing here reacts. Which routine
+// answers which event stands in program/event_table.cpp.
 
 #include <array>
 
@@ -50,13 +51,7 @@ extern MenuItem mnuEdit, mnuCut, mnuCopy, mnuPaste, mnuSep2, mnuDeleteLine, mnuC
 extern MenuItem mnuView, mnuDisplayCurrentEmpl, mnuEmplOrder, mnuDisplayAllDates;
 extern MenuItem mnuOptions, mnuUseTimeClock, mnuDefaultClockIn, mnuDefaultClockOut, mnuAutosetTime;
 
-/// The word that stands for the standard hourly rate, in the rate box and in the grid.
-inline constexpr const char* kStdRateWord = "Std Rate";
-/// The rate that marks it in the store; it is no amount.
-inline constexpr double kStdRate = -9;
-
-/// Puts the form into its design state and ties every event to its routine. Nothing is loaded yet:
-/// that is the form's Load event.
-void LoadScanMain();
+/// Puts the form into its design state: every control at its place, no events tied.
+void DesignScanMain();
 
 }  // namespace ostrel
