@@ -16,6 +16,12 @@ std::string OfficeTablePath(const char* word) {
   return DataPath + kPathSeparator + word + ClientNumb + DbaseExt;
 }
 
+std::vector<std::string> OfficeFilePatterns() {
+  std::vector<std::string> patterns;
+  for (const char* word : kOfficeTables) patterns.push_back(word + std::string("????.*"));
+  return patterns;
+}
+
 bool NamesAClient(const std::string& fileName) { return fileName.size() > kBareFileNameLength; }
 
 std::string ClientOf(const std::string& fileName) {
