@@ -41,6 +41,8 @@ display
 hours
 entry exchange reports
 crew
+day
+slips
 program
 main
 '
