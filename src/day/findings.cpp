@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <cstring>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -119,15 +119,19 @@ constexpr std::array kLineRules = {
     LineRule{Oddity::OtherLayout, OtherLayout},
 };
 
-/// All that the foreman entered, as one text.
+/// All that the foreman entered, as one text to compare; the numbers by their bytes.
 std::string ContentsOf(const DayLine& line) {
-  std::string contents = line.Kind + UnitKey(line.Unit) + '\n' + UnitKey(line.Memo);
-  for (const double number :
-       {static_cast<double>(line.Minute), line.Quantity, line.Rate, line.Enterprise, line.Operation,
-        line.Equipment, line.Kind == kPlainKind ? line.Hours.value_or(0) : 0}) {
-    contents += '\n' + std::to_string(number);
-  }
-  return contents;
+  const double typedHours = line.Kind == kPlainKind ? line.Hours.value_or(0) : 0;
+  const std::array numbers{static_cast<double>(line.Minute),
+                           line.Quantity,
+                           line.Rate,
+                           line.Enterprise,
+                           line.Operation,
+                           line.Equipment,
+                           typedHours};
+  std::string contents(sizeof numbers, '\0');
+  std::memcpy(contents.data(), numbers.data(), sizeof numbers);
+  return contents + line.Kind + UnitKey(line.Unit) + '\n' + UnitKey(line.Memo);
 }
 
 class EmployeeJudge {
