@@ -36,6 +36,7 @@ DayFacts FactsOf(const std::string& day) {
     if (words >> line.Quantity >> line.Rate) words >> line.Unit;
     words.clear();
     line.Row = static_cast<Bookmark>(facts.Lines.size()) + 1;
+    line.Name = "ON THE LINE";
     line.Kind = kind[0];
     line.Minute = MinuteOf(MomentFrom(time + " " + half));
     if (line.Quantity != 0) line.Gross = HundredthsOrZero(line.Quantity * line.Rate);
@@ -81,6 +82,8 @@ TEST(DayToCheck, SaysWhatIsOddInAForemansWords) {
       {"a day as it should be", "130 I 7:00 am|130 P 9:00 am 24 .85 BOX|130 O 11:30 am", ""},
       {"no out", "130 I 12:30 pm", "1 in without out at 12:30 pm: hours run to 05:00 pm"},
       {"no out, but still at work", "130 I 12:30 pm", "", "4:59 pm"},
+      {"no out, and past the end of the day", "130 I 12:30 pm",
+       "1 in without out at 12:30 pm: hours run to 05:00 pm", "5:00 pm"},
       {"no out yesterday", "130 I 7:00 am", "1 in without out at 07:00 am: hours run to 09:00 am",
        "11/19/04 9:00 am"},
       {"no in", "130 O 12:30 pm", "1 out without in at 12:30 pm"},
@@ -174,10 +177,10 @@ TEST(DayPages, CountAndLeadToTheLines) {
             "7: 125, CHEN LI, 2.00, , 12.00, 6.00, 1.50, \n"
             "1: 101, ALVAREZ MARIA, 0.00, 10, 20.00, , , \n"
             "2: 130, DURAND ANNE, 3.99, 40.5, 30.75, 7.71, , \n"
-            "6: 140, , 4.00, , 28.00, 7.00, , ");
+            "6: 140, ON THE LINE, 4.00, , 28.00, 7.00, , ");
   EXPECT_EQ(Rows(InNowPage(view)),
             "2 in\n2: 130, DURAND ANNE, 07:00 am, 0, 0, 0, 30 BOX, 10.5 LBS\n"
-            "6: 140, , 07:00 am, 0, 0, 0, ");
+            "6: 140, ON THE LINE, 07:00 am, 0, 0, 0, ");
   const DayPage standard =
       WagesPage(ViewOf("101 X 7:00 am 0 -9 HRS h8|125 X 7:00 am 0 7 HRS h8", "-6:00 pm"));
   EXPECT_EQ(PageAsText(standard),
