@@ -13,6 +13,7 @@
 #include "hours/employee_hours.h"
 #include "platform/values/dates.h"
 #include "platform/values/numbers.h"
+#include "scan_main/scan_main.h"
 #include "support/agreeing_desktop.h"
 #include "support/ask_sqlite.h"
 #include "support/dbf_builder.h"

@@ -9,9 +9,9 @@
 #include <sstream>
 
 #include "day/read_day.h"
-#include "frame/app_state.h"
 #include "platform/values/dates.h"
 #include "platform/values/numbers.h"
+#include "scan_main/scan_main.h"
 #include "slips/print_slips.h"
 #include "support/agreeing_desktop.h"
 #include "support/ask_sqlite.h"

@@ -3,7 +3,7 @@
 #include <optional>
 #include <unordered_set>
 
-#include "platform/values/dates.h"
+#include "platform/values/calendar.h"
 
 namespace ostrel {
 

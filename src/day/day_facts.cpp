@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "frame/app_state.h"
-#include "platform/values/dates.h"
+#include "platform/values/calendar.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "platform/database/recordset.h"
-#include "platform/values/value.h"
+#include "platform/values/moment.h"
 
 namespace ostrel {
 
