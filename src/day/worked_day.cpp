@@ -35,8 +35,9 @@ bool IsCalculated(double number) { return number == std::floor(number) && number
 
 double HoursBetween(int from, int to) {
   const int seconds = std::abs(to - from);
+  const int hours = seconds / kSecondsPerHour;
   const int minutes = seconds % kSecondsPerHour / kSecondsPerMinute;
-  return HundredthsOrZero(seconds / kSecondsPerHour + minutes / 60.0);
+  return HundredthsOrZero(hours + minutes / 60.0);
 }
 
 class EmployeeCalculation {

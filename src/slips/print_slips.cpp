@@ -16,7 +16,6 @@ constexpr int kMargin = 400;  // within a slip, on all sides; no printer reaches
 constexpr int kRowHeight = 215;
 constexpr int kGap = 40;  // between columns
 
-constexpr int kHeaderRows = 4;     // client, day, name, headings
 constexpr int kSignatureRows = 5;  // a blank, the agreement, two to sign in, what is signed where
 constexpr int kFewestRows = 26;    // of a slip that is to stand in a quarter
 
@@ -90,9 +89,9 @@ void SlipsOnPaper::DrawSlip(const Slip& slip) {
     Write(left_, width_, Word(SlipWord::ContinuedBelow), Alignment::Right);
     BeginPart(slip);
   };
-  for (std::size_t i = 0; i < rows.size(); ++i) {
+  for (const SlipRow* row : rows) {
     if (RowsLeft() <= 1) goOn();
-    DrawRow(*rows[i]);
+    DrawRow(*row);
   }
   if (RowsLeft() < closing) goOn();
   job_.DrawRule({left_, Top(), width_, 0});
