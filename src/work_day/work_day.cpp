@@ -17,6 +17,8 @@ std::string OnWorkDay(const std::string& time) { return WorkDay() + " " + time; 
 
 std::string WhereDay(const std::string& day) { return " where INT(ETIME) = #" + day + "#"; }
 
+std::string LatestDay() { return Format(DomainFunc("Prin App", "ETIME", "", "Max"), DateFormat); }
+
 std::string WhereWorkDay() { return WhereDay(txtToday.Text); }
 
 std::string EmployeesClockedIn(std::int32_t& ListCount) {

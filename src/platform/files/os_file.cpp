@@ -144,6 +144,7 @@ constexpr std::pair<std::int32_t, const char*> kWords[] = {
     {failure_number::kFileNotFound, "File not found"},
     {failure_number::kFileAlreadyOpen, "File already open"},
     {failure_number::kDeviceIo, "Device I/O error"},
+    {failure_number::kFileExists, "File already exists"},
     {failure_number::kDiskFull, "Disk full"},
     {failure_number::kPermissionDenied, "Permission denied"},
     {failure_number::kDiskNotReady, "Disk not ready"},
