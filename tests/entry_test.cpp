@@ -5,9 +5,9 @@
 #include <sstream>
 
 #include "entry/write_line.h"
-#include "frame/app_state.h"
 #include "hours/typed_time.h"
 #include "platform/values/failure.h"
+#include "scan_main/scan_main.h"
 #include "support/ask_sqlite.h"
 #include "support/payroll.h"
 

@@ -7,6 +7,7 @@
 
 #include "frame/app_state.h"
 #include "platform/files/removable_disk.h"
+#include "scan_main/scan_main.h"
 #include "support/agreeing_desktop.h"
 #include "support/payroll.h"
 
