@@ -128,7 +128,7 @@ TEST(ImportFile, LiesInTheFolderThatTheSettingsName) {
 TEST(ImportFile, IsNotWrittenIntoTheFolderThatADiskHasLeft) {
   Payroll payroll;
   const std::string folder = payroll.Folder.Path("disk");
-  std::string disk = "/dev/shm/ostrel-XXXXXX";
+  std::string disk = "/dev/shm/ostrel-" + std::string(6, 'X');
   if (DiskHolding("/dev/shm") == "/" || DiskHolding(folder) != "/" ||
       mkdtemp(disk.data()) == nullptr) {
     GTEST_SKIP() << "no disk of its own to lay the folder on";

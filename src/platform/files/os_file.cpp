@@ -128,6 +128,7 @@ constexpr std::pair<int, std::int32_t> kReasons[] = {
     {ENOSPC, failure_number::kDiskFull},          {EFBIG, failure_number::kDiskFull},
     {EBUSY, failure_number::kPermissionDenied},   {ETXTBSY, failure_number::kPermissionDenied},
     {ENAMETOOLONG, failure_number::kBadFileName}, {EINVAL, failure_number::kBadFileName},
+    {EEXIST, failure_number::kFileExists},        {ENOTEMPTY, failure_number::kFileExists},
     {EILSEQ, failure_number::kBadFileName},       {ELOOP, failure_number::kBadFileName},
     {ENOMEM, failure_number::kOutOfMemory},
 #ifndef _WIN32

@@ -33,7 +33,7 @@ std::string RemovableDisk() {
 }
 
 std::string DiskHolding(const std::string& folder) {
-  return Utf8FromPath(std::filesystem::absolute(PathFromUtf8(folder)).root_path());
+  return Utf8FromPath(PathFromUtf8(folder).root_path());
 }
 
 #else
