@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "exchange/exchange_disk.h"
 #include "exchange/year_pay.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
@@ -101,6 +102,7 @@ bool FindZip() {
     statement(12740, [&] { names = ZipsOnTheDisk(); });
     if (!names.empty() && NamesAClient(names.front())) {
       ClientNumb = ClientOf(names.front());
+      NoteExchangeDisk();
       return true;
     }
     BoxAnswer answer = BoxAnswer::Cancel;
@@ -135,7 +137,7 @@ ZipExtraction WantedTables() {
 void LoadDescFiles() {
   if (!FindZip()) return;
   const double client = NumericPrefix(ClientNumb);
-  if (client < kLowestClient || client > kHighestClient) {
+  if (client < kLowestClient || client > kHighestClient || !IsClientNumber(ClientNumb)) {
     statement(12760, [] {
       MsgBox(NotFoundText() + "Aborting job step.", BoxButtons::Ok, BoxIcon::Information);
     });

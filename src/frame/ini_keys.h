@@ -23,7 +23,14 @@ bool IniIsReadable();
 ///   throws  as RequireIni, should it have become unreadable since
 std::string IniRead(const std::string& Section, const std::string& Key);
 
-/// Writes one key unless the settings could not be read; a file that cannot be written is passed over, settings being no payroll.
+/// The exchange folder, ending in a separator; empty when there is none. A text of 254 characters
+/// may have been cut, and nobody knows whose folder it then names: it stays without a separator,
+/// which no exchange folder does.
+///   throws  as IniRead
+std::string ReadExchangeFolder();
+
+/// Writes one key unless the settings could not be read; a file that cannot be written is passed over,
+/// settings being no payroll.
 void IniWrite(const std::string& Section, const std::string& Key, const std::string& Text);
 
 }  // namespace ostrel

@@ -1,5 +1,7 @@
 #include "store/office_tables.h"
 
+#include <algorithm>
+
 #include "frame/app_state.h"
 #include "platform/files/files.h"
 
@@ -20,6 +22,12 @@ std::vector<std::string> OfficeFilePatterns() {
   std::vector<std::string> patterns;
   for (const char* word : kOfficeTables) patterns.push_back(word + std::string("????.*"));
   return patterns;
+}
+
+bool IsClientNumber(const std::string& client) {
+  return std::all_of(client.begin(), client.end(), [](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+  });
 }
 
 bool NamesAClient(const std::string& fileName) { return fileName.size() > kBareFileNameLength; }

@@ -19,6 +19,9 @@ std::string OfficeTablePath(const char* word);
 /// Patterns, as ListFiles has them, of all files that come with the tables of any client: "Hvcl????.*".
 std::vector<std::string> OfficeFilePatterns();
 
+/// Whether there are letters and digits alone in a client's number: queries name the tables by it.
+bool IsClientNumber(const std::string& client);
+
 /// Whether the name is long enough to name a client: "Prms1234.dbf", not "Prms.dbf".
 bool NamesAClient(const std::string& fileName);
 

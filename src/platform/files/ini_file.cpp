@@ -20,15 +20,12 @@ namespace ostrel {
 
 namespace {
 
-// The system's profile functions take a buffer of 255 characters, one of them their end mark.
-constexpr std::size_t kValueCharacters = 254;
-
 #ifdef _WIN32
 
 // There the office's product uses the profile functions too, which know where its settings lie.
 
 std::string ReadValue(const std::string& path, std::string_view section, std::string_view key) {
-  wchar_t buffer[kValueCharacters + 1];
+  wchar_t buffer[kIniValueCharacters + 1];
   const DWORD size =
       GetPrivateProfileStringW(ToWide(section).c_str(), ToWide(key).c_str(), L"", buffer,
                                static_cast<DWORD>(std::size(buffer)), ToWide(path).c_str());
@@ -86,7 +83,7 @@ bool WriteValue(const std::string& path, std::string_view section, std::string_v
 // A link whose disk is not in is no file that has never been made.
 std::string ReadIniValue(const std::string& path, std::string_view section, std::string_view key) {
   RequirePlainFile(path);
-  return LeftOf(ReadValue(path, section, key), kValueCharacters);
+  return LeftOf(ReadValue(path, section, key), kIniValueCharacters);
 }
 
 bool WriteIniValue(const std::string& path, std::string_view section, std::string_view key,
