@@ -158,7 +158,7 @@ bool IsUtf8(std::string_view bytes) {
 #ifdef _WIN32
 
 std::wstring ToWide(std::string_view text) {
-  const std::string bytes = ToUtf16(text, false);
+  const std::string bytes = ToUtf16(text, ByteOrder::LittleEnd);
   std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
   bytes.copy(reinterpret_cast<char*>(wide.data()), bytes.size());
   return wide;
@@ -166,7 +166,7 @@ std::wstring ToWide(std::string_view text) {
 
 std::string FromWide(std::wstring_view text) {
   return FromUtf16({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)},
-                   false);
+                   ByteOrder::LittleEnd);
 }
 
 #endif
