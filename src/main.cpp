@@ -6,6 +6,7 @@
 #include "platform/qt/no_display.h"
 #include "platform/qt/qt_desktop.h"
 #include "program/event_table.h"
+#include "program/start_up.h"
 #include "scan_main/scan_main.h"
 
 int main(int argc, char** argv) {
@@ -24,5 +25,7 @@ int main(int argc, char** argv) {
     ostrel::ScanMain.Raise(ostrel::ScanMain.Load);  // a failure of it does not keep the form away
     ostrel::ScanMain.Show();
   });
-  return edge.Ended() ? 0 : QApplication::exec();
+  const int code = edge.Ended() ? 0 : QApplication::exec();
+  ostrel::CloseAll();
+  return code;
 }

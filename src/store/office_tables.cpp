@@ -1,6 +1,7 @@
 #include "store/office_tables.h"
 
 #include "frame/app_state.h"
+#include "platform/database/table_folder.h"
 #include "platform/files/files.h"
 
 namespace ostrel {
@@ -11,6 +12,12 @@ constexpr std::size_t kWordLength = 4;
 constexpr std::size_t kBareFileNameLength = 8;  // "Hvcl.dbf"
 
 }  // namespace
+
+Database OpenOfficeTables() {
+  return OpenTableFolder(
+      DataPath,
+      {.Updates = TableUpdates::Allowed, .Connect = DbaseConnect, .KeyField = "EMPL_NUMB"});
+}
 
 std::string OfficeTablePath(const char* word) {
   return DataPath + kPathSeparator + word + ClientNumb + DbaseExt;
