@@ -376,6 +376,9 @@ TEST_F(StoreTest, AnIndexThatHasLostLinesIsRefusedAndMadeAnew) {
   MakeIndex();
   Add(Open(), {{"EMPL_NUMB", 5}, {"ETIME", "06/14/04 8:00 am"}});
   db.Close();
+  AskSqlite(path, "DROP INDEX dTime; CREATE INDEX dTime ON OstrelPr(ETIME) WHERE ETIME > 0");
+  EXPECT_EQ(NumberOf([&] { OpenTimecards(path); }), 3049) << "over part of the lines";
+  AskSqlite(path, "DROP INDEX dTime; CREATE INDEX dTime ON OstrelPr(ETIME)");
   db = OpenTimecards(path);
   EXPECT_EQ(Walk(Open("Select * from [OstrelPr] where INT(ETIME) = #06/14/04# order by ETIME")),
             "4,1,2,3,5");
@@ -386,6 +389,7 @@ TEST_F(StoreTest, DeletedFileIsNotServedFromMemory) {
   AddNumbered(1);
   std::filesystem::remove(path);
   EXPECT_EQ(NumberOf([&] { OpenTimecards(path); }), 3024);
+  EXPECT_EQ(NumberOf([&] { Add(Open(), {{"EMPL_NUMB", 2}}); }), 3024) << "not read-only";
   const Database old = db;
   Create();
   EXPECT_EQ(Walk(OpenTimecards(path).OpenRecordset("OstrelPr")), "");

@@ -20,7 +20,7 @@ void ReindexPrinMdb();
 
 /// Tells PrinDb and LinesRs how to open themselves. A store that cannot be opened when the program
 /// starts, because another program holds it, say, is opened by the first command that needs it.
-///   check  of the first try
+///   check  what each try looks through
 void KeepStoreInReach(StoreCheck check = StoreCheck::Whole);
 
 /// Opens PrinDb, which KeepStoreInReach has prepared.

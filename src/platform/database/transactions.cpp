@@ -1,5 +1,6 @@
 #include "platform/database/transactions.h"
 
+#include <exception>
 #include <optional>
 #include <utility>
 
@@ -23,7 +24,7 @@ Transactions::Transactions(SqliteConnection& connection, const TableDefinition& 
 Transactions::~Transactions() {
   try {
     Settle();
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
     // The last user of the store is gone, and with it whoever could be told.
   }
   connection_.OnError({});
@@ -39,7 +40,7 @@ void Transactions::EndGathering() noexcept {
   if (--gatherings_ > 0 || !connection_.InTransaction()) return;
   try {
     Settle();
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
     // What was gathered is known as lost. The command that gathered has settled before, and told.
   }
 }
