@@ -2,6 +2,7 @@
 
 #include "against_floor.h"
 #include "store/day_lines.h"
+#include "store/line_table.h"
 #include "store_floor.h"
 #include "support/temp_folder.h"
 

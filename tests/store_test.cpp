@@ -7,14 +7,12 @@
 #include <filesystem>
 #include <string>
 
-#include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "platform/database/open_stores.h"
 #include "platform/database/sqlite_connection.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
 #include "support/agreeing_desktop.h"
 #include "support/ask_sqlite.h"
-#include "support/failure_number.h"
 #include "support/no_waiting.h"
 #include "support/payroll.h"
 

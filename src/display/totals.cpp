@@ -30,6 +30,7 @@ void DisplayTotals() {
   statement(4720, [&] { showSum("QUANTITY", totals().Quantity, ""); });
   statement(4730, [&] { showSum("HOURS", totals().Hours, "#,##0.00"); });
   statement(4740, [&] { showSum("GROSS", totals().Gross, "#,##0.00"); });
+  // "All", or whatever is half typed, stands under the dates as it is.
   const std::string& day = txtToday.Text;
   TDBGrid1.Columns("Date").FooterText =
       HasWorkDay() ? Format(Moment{DateValue(day)}, "mm/dd") : day;

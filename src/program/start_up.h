@@ -14,13 +14,15 @@ void Form_Load();
 ///   throws  ProgramEnded when a table's file is missing
 void OpenAll();
 
-/// Saves the settings, and lines that could not be written when the operator was told so.
+/// The form is about to go: saves the settings, and lines that could not be written when the operator
+/// was told so.
 void Form_QueryUnload();
 
 /// Closes what OpenAll has opened, when the form is gone: what still has to be written is tried for the
 /// last time, before anything that it needs goes.
 void CloseAll();
 
+/// Closes the form, as its close box does.
 void mnuExit_Click();
 
 }  // namespace ostrel

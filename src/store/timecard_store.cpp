@@ -8,6 +8,7 @@
 #include "platform/files/files.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "store/line_table.h"
 
 namespace ostrel {
 

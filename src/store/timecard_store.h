@@ -6,8 +6,8 @@
 
 #include <string>
 
+#include "platform/database/open_stores.h"
 #include "platform/database/recordset.h"
-#include "store/line_table.h"
 
 namespace ostrel {
 

@@ -6,6 +6,7 @@
 #include "platform/database/field_values.h"
 #include "platform/database/index_check.h"
 #include "platform/database/refusals.h"
+#include "platform/database/store_query.h"
 #include "platform/database/store_recordset.h"
 #include "platform/values/failure.h"
 #include "platform/values/text.h"

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "platform/database/database_body.h"
+#include "platform/database/sql_dialect.h"
 #include "platform/database/sqlite_connection.h"
 #include "platform/database/store_format.h"
-#include "platform/database/store_query.h"
 #include "platform/database/transactions.h"
 
 namespace ostrel {

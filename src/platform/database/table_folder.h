@@ -9,7 +9,6 @@
 
 #include "platform/database/database.h"
 #include "platform/database/database_body.h"
-#include "platform/database/sql_dialect.h"
 
 namespace ostrel {
 
