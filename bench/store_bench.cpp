@@ -1,6 +1,8 @@
 // The timecard store with 250,000 lines, 700 of them on the last day, against SQLite alone.
 
 #include "against_floor.h"
+#include "store/day_lines.h"
+#include "store/line_table.h"
 #include "store_floor.h"
 #include "support/temp_folder.h"
 
@@ -21,17 +23,17 @@ const std::string& Path() {
 
 void OpenStore(benchmark::State& state) {
   AgainstFloor(
-      state, [] { ListRowsByTime(RawStore(Path())); }, [] { OpenDatabase(Path()); });
+      state, [] { ListRowsByTime(RawStore(Path())); }, [] { OpenTimecards(Path()); });
 }
 
 void OpenStoreAgain(benchmark::State& state) {
-  const Database held = OpenDatabase(Path());
-  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(OpenDatabase(Path()));
+  const Database held = OpenTimecards(Path());
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(OpenTimecards(Path()));
 }
 
 void OpenViewOfAllDates(benchmark::State& state) {
   const RawStore raw(Path());
-  const Database db = OpenDatabase(Path());
+  const Database db = OpenTimecards(Path());
   AgainstFloor(
       state, [&] { benchmark::DoNotOptimize(ListRowsByTime(raw)); },
       [&] {
@@ -42,7 +44,7 @@ void OpenViewOfAllDates(benchmark::State& state) {
 
 void OpenViewInEmployeeOrder(benchmark::State& state) {
   const RawStore raw(Path());
-  const Database db = OpenDatabase(Path());
+  const Database db = OpenTimecards(Path());
   AgainstFloor(
       state, [&] { benchmark::DoNotOptimize(ListRowsByTime(raw)); },
       [&] {
@@ -53,14 +55,14 @@ void OpenViewInEmployeeOrder(benchmark::State& state) {
 
 void RewriteInOneCommit(benchmark::State& state) {
   const RawStore raw(Path());
-  const Database db = OpenDatabase(Path());
+  const Database db = OpenTimecards(Path());
   std::vector<std::int64_t> ids = ListRowsByTime(raw);
   ids.resize(kRewritten);
   Recordset lines = db.OpenRecordset("Select * from [OstrelPr] Order by ETIME Desc");
   AgainstFloor(
       state, [&] { RewriteRows(raw, ids); },
       [&] {
-        db.ShareCommits();
+        const Gathering gathering(db);
         lines.MoveFirst();
         for (std::size_t row = 0; row < kRewritten; ++row, lines.MoveNext()) {
           const Value quantity = lines["QUANTITY"].Get();
@@ -73,13 +75,13 @@ void RewriteInOneCommit(benchmark::State& state) {
           lines["HOURS"] = quantity;
           lines.Update();
         }
-        db.CommitShared();
+        gathering.Settle();
       });
 }
 
 void AddAndCommitOneLine(benchmark::State& state) {
   const RawStore raw(Path());
-  Recordset lines = OpenDatabase(Path()).OpenRecordset("OstrelPr");
+  Recordset lines = OpenTimecards(Path()).OpenRecordset("OstrelPr");
   AgainstFloor(
       state, [&] { AddOneLine(raw); },
       [&] {
@@ -95,9 +97,9 @@ void AddAndCommitOneLine(benchmark::State& state) {
 }
 
 void ReadFieldsOfARow(benchmark::State& state) {
-  const Database db = OpenDatabase(Path());
+  const Database db = OpenTimecards(Path());
   Recordset lines = db.OpenRecordset("Select * from [OstrelPr] Order by ETIME Desc");
-  db.ShareCommits();
+  const Gathering gathering(db);
   lines.Edit();
   lines["HOURS"] = 1;
   lines.Update();
@@ -109,22 +111,21 @@ void ReadFieldsOfARow(benchmark::State& state) {
     }
     if (lines.GetBookmark() < 1000) lines.MoveFirst();
   }
-  db.CommitShared();
 }
 
 void AskForEachEmployeesDay(benchmark::State& state) {
-  const Database db = OpenDatabase(Path());
+  const Database db = OpenTimecards(Path());
   for ([[maybe_unused]] auto _ : state) {
+    const Look look(db);
+    DayLines day(db, " where INT(ETIME) = #" + std::string(kLastDayText) + "#");
     for (int number = 101; number < 101 + kEmployees; ++number) {
-      benchmark::DoNotOptimize(db.OpenRecordset(
-          "Select * from [OstrelPr] where INT(ETIME) = #" + std::string(kLastDayText) +
-          "# and EMPL_NUMB = " + std::to_string(number) + " order by ETIME"));
+      benchmark::DoNotOptimize(day.Of(number));
     }
   }
 }
 
 void SumOverTheDay(benchmark::State& state) {
-  const Database db = OpenDatabase(Path());
+  const Database db = OpenTimecards(Path());
   for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(
         db.OpenRecordset("SELECT Sum(GROSS) as X from [OstrelPr] where INT(ETIME) = #" +

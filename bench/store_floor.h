@@ -10,8 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/database/database.h"
-#include "platform/database/store_fields.h"
+#include "store/line_table.h"
 
 namespace ostrel {
 
@@ -54,8 +53,7 @@ class RawStore {
 inline void FillStore(const std::string& path, int lines) {
   std::filesystem::remove(path);
   {
-    const Database db = CreateDatabase(path, "");
-    db.AppendTable(LineTable());
+    const Database db = CreateDatabase(path, TimecardFormat());
     db.Execute("Create Index dTime on [OstrelPr] (ETIME DESC)");
   }
   const std::string count = std::to_string(lines);

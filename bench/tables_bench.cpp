@@ -10,7 +10,7 @@
 #include <functional>
 #include <limits>
 
-#include "platform/database/database.h"
+#include "platform/database/table_folder.h"
 #include "support/dbf_builder.h"
 #include "support/temp_folder.h"
 
@@ -76,7 +76,8 @@ void AgainstFloor(benchmark::State& state, const std::function<void()>& work) {
 }
 
 Recordset OpenInOrder() {
-  const Database tables = OpenTableFolder(Folder(), false, false, "FoxPro 2.5;");
+  const Database tables =
+      OpenTableFolder(Folder(), {.Connect = "FoxPro 2.5;", .KeyField = "EMPL_NUMB"});
   Recordset employees = tables.OpenRecordset("Prms1234", RecordsetType::Table);
   employees.SetIndex("PrimaryIndex");
   return employees;
@@ -101,7 +102,8 @@ void OpenAndReadEveryField(benchmark::State& state) {
 
 void ListCrews(benchmark::State& state) {
   AgainstFloor(state, [] {
-    const Database tables = OpenTableFolder(Folder(), false, false, "FoxPro 2.5;");
+    const Database tables =
+        OpenTableFolder(Folder(), {.Connect = "FoxPro 2.5;", .KeyField = "EMPL_NUMB"});
     benchmark::DoNotOptimize(
         tables.OpenRecordset("SELECT Distinct CREW FROM Prms1234  where CREW > 0 Order by CREW"));
   });

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <tuple>
 
-#include "platform/database/database.h"
 #include "platform/database/dbf_file.h"
 #include "platform/database/dbf_values.h"
+#include "platform/database/table_folder.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
 #include "support/dbf_builder.h"
@@ -72,7 +72,10 @@ class TableFolderTest : public testing::Test {
   TableFolderTest() { Files.Write("PRMS1234.Dbf", Crew().Bytes()); }
 
   Database Open(bool readOnly = false) const {
-    return OpenTableFolder(Files.Path(), false, readOnly, "FoxPro 2.5;");
+    return OpenTableFolder(Files.Path(),
+                           {.Updates = readOnly ? TableUpdates::Refused : TableUpdates::Allowed,
+                            .Connect = "FoxPro 2.5;",
+                            .KeyField = "EMPL_NUMB"});
   }
   TempFolder Files;
 };
@@ -195,8 +198,8 @@ TEST_F(TableFolderTest, FindsNamesInAnyCaseAndKeepsNoHandle) {
   Files.Write("PRMS1234.Dbf", DbfBuilder().Field("EMPL_NUMB", 'N', 5).Row({"9"}).Bytes());
   EXPECT_EQ(Walked(employees), "130 7 102 ~ 7") << "what was read stays";
   EXPECT_EQ(Walked(tables.OpenRecordset("Prms1234")), "9") << "what is opened is read anew";
-  EXPECT_EQ(NumberOf([&] { OpenTableFolder(Files.Path("none"), false, false, "FoxPro;"); }), 76);
-  EXPECT_EQ(NumberOf([&] { OpenTableFolder(Files.Path(), false, false, "Paradox;"); }), 3275);
+  EXPECT_EQ(NumberOf([&] { OpenTableFolder(Files.Path("none"), {.Connect = "FoxPro;"}); }), 76);
+  EXPECT_EQ(NumberOf([&] { OpenTableFolder(Files.Path(), {.Connect = "Paradox;"}); }), 3275);
 }
 
 TEST_F(TableFolderTest, SeeksInTheOrderOfTheKey) {

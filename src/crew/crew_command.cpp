@@ -1,5 +1,7 @@
 #include "crew/crew_command.h"
 
+#include <optional>
+
 #include "display/totals.h"
 #include "frame/app_state.h"
 #include "hours/time_question.h"
@@ -14,12 +16,13 @@ namespace ostrel {
 
 void ForEachEmployee(const FailureTail& statement, std::int32_t line, std::string EmplList,
                      const std::function<void(std::int32_t EmplN)>& command) {
-  statement(line, [] { PrinDb.ShareCommits(); });
+  std::optional<Gathering> gathering;
+  statement(line, [&] { gathering.emplace(PrinDb); });
   while (!EmplList.empty()) {
     std::int32_t EmplN = 0;
     if (IsDone(statement, line + 1, [&] { ParseNextEmpl(EmplList, EmplN); })) command(EmplN);
   }
-  statement(line + 2, [] { PrinDb.CommitShared(); });
+  if (gathering) statement(line + 2, [&] { gathering->Settle(); });
 }
 
 void BringDisplayUpToDate(const FailureTail& statement, std::int32_t line) {

@@ -13,7 +13,8 @@
 namespace ostrel {
 
 /// Calls `command` for each number of an employee list. Uses the statements `line` to `line` + 2 of
-/// the caller's tail. Lines written before a failure stay written.
+/// the caller's tail. Lines written before a failure stay written; when this returns, nothing waits
+/// for a commit.
 void ForEachEmployee(const FailureTail& statement, std::int32_t line, std::string EmplList,
                      const std::function<void(std::int32_t EmplN)>& command);
 

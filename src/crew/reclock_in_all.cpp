@@ -1,6 +1,7 @@
 #include "crew/reclock_in_all.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "crew/crew_command.h"
@@ -9,6 +10,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
 #include "scan_main/scan_main.h"
+#include "store/timecard_store.h"
 #include "work_day/work_day.h"
 
 namespace ostrel {
@@ -28,7 +30,7 @@ void CopyClockIn(const std::string& time) {
 
 /// Within each employee the latest clock-in comes first; the lines added on the way do not join the
 /// walk.
-void CopyLatestClockIns(const std::string& time) {
+void WalkClockIns(const std::string& time) {
   Value lastEmpl;  // as stored: 12 and 12.5 are two; a line of nobody is like none
   bool more = false;
   statement(3300, [&] { more = !LinesRs.Eof(); });
@@ -45,6 +47,14 @@ void CopyLatestClockIns(const std::string& time) {
   }
 }
 
+/// All in one durable commit.
+void CopyLatestClockIns(const std::string& time) {
+  std::optional<Gathering> gathering;
+  statement(3294, [&] { gathering.emplace(PrinDb); });
+  WalkClockIns(time);
+  if (gathering) statement(3380, [&] { gathering->Settle(); });
+}
+
 }  // namespace
 
 void mnuReClockInAllEmpls_Click() {
@@ -52,10 +62,9 @@ void mnuReClockInAllEmpls_Click() {
   if (!StartsCrewCommand(statement, 3284, command)) return;
   const std::string query = "Select * from [OstrelPr]" + WhereWorkDay() +
                             " and EVENT_TYPE = 'I' order by EMPL_NUMB, ETIME Desc";
+  UnbindLines();
   statement(3290, [&] { LinesRs = PrinDb.OpenRecordset(query, RecordsetType::Dynaset); });
-  statement(3294, [] { PrinDb.ShareCommits(); });
-  CopyLatestClockIns(command.Time);
-  statement(3380, [] { PrinDb.CommitShared(); });
+  if (LinesRs) CopyLatestClockIns(command.Time);
   SetMousePointer(MousePointer::Normal);
   statement(3390, [&] {
     MsgBox("All" + SignedNumberText(command.ListCount) +

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/database/recordset.h"
+#include "platform/database/row_types.h"
 #include "platform/values/moment.h"
 
 namespace ostrel {

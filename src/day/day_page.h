@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/database/recordset.h"
+#include "platform/database/row_types.h"
 #include "platform/forms/control.h"
 
 namespace ostrel {

@@ -108,6 +108,7 @@ std::vector<OfficeEmployee> EmployeesOfOffice() {
 
 DayFacts ReadDay(const std::string& day) {
   DayFacts facts{static_cast<int>(DateValue(day)), {}};
+  const Look look(PrinDb);
   Recordset rows = PrinDb.OpenRecordset(
       "Select * from [OstrelPr]" + WhereDay(day) + " order by ETIME", RecordsetType::Dynaset);
   if (rows.Eof()) return facts;

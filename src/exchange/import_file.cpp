@@ -124,6 +124,7 @@ bool StepUp(std::int32_t line, Step step) {
 /// From the last line on show up to the first: with the newest on top the file runs from the oldest.
 std::int32_t WriteLines(ReplacementFile& file, std::string (*recordOfLine)()) {
   std::int32_t LineCount = 0;
+  const Look look(PrinDb);  // nobody changes a line between two records
   for (bool onLine = StepUp(5070, Step::ToLast); onLine; onLine = StepUp(5100, Step::Up)) {
     std::string record;
     statement(5080, [&] { record = recordOfLine(); });

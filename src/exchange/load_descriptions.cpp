@@ -153,7 +153,7 @@ void LoadDescFiles() {
   });
   if (!DescDbOpen) {
     statement(12890, [] {
-      DescDb = OpenTableFolder(DataPath, false, false, DbaseConnect);
+      DescDb = OpenOfficeTables();
       DescDbOpen = true;
     });
   }

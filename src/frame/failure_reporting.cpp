@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "frame/app_state.h"
+#include "platform/database/open_stores.h"
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/text_output.h"

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "display/totals.h"
@@ -13,7 +14,9 @@
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
+#include "store/day_lines.h"
 #include "store/number_list.h"
+#include "store/timecard_store.h"
 #include "work_day/work_day.h"
 
 namespace ostrel {
@@ -162,16 +165,29 @@ void RewritePeriod(Period& period) {
   if (period.PieceGross != 0) SpreadHours(period);
 }
 
-void CalcEmployee(std::int32_t EmplNumb) {
-  const std::string query = "Select * from [OstrelPr]" + WhereWorkDay() +
-                            " and EMPL_NUMB = " + std::to_string(EmplNumb) + " order by ETIME";
-  statement(4190, [&] { LinesRs = PrinDb.OpenRecordset(query, RecordsetType::Dynaset); });
+void CalcEmployee(DayLines& day, std::int32_t EmplNumb) {
+  UnbindLines();
+  statement(4190, [&] { LinesRs = day.Of(EmplNumb); });
+  if (!LinesRs) return;
   Periods periods;
   const std::int16_t PeriodCount = PairClockEvents(periods);
   if (PeriodCount == 0) return;
   CloseLastPeriod(periods[static_cast<std::size_t>(PeriodCount)]);
   for (std::size_t n = 1; n <= static_cast<std::size_t>(PeriodCount); ++n)
     RewritePeriod(periods[n]);
+}
+
+/// All in one durable commit.
+void CalcEmployees(std::string EmplList) {
+  std::optional<Gathering> gathering;
+  statement(4176, [&] { gathering.emplace(PrinDb); });
+  DayLines day(PrinDb, WhereWorkDay());
+  while (!EmplList.empty()) {
+    std::int32_t EmplN = 0;
+    statement(4180, [&] { ParseNextEmpl(EmplList, EmplN); });
+    CalcEmployee(day, EmplN);
+  }
+  if (gathering) statement(4484, [&] { gathering->Settle(); });
 }
 
 }  // namespace
@@ -185,20 +201,14 @@ void CalcEmplHours() {
   }
   SetMousePointer(MousePointer::Wait);
   std::int32_t ListCount = 0;
-  std::string EmplList = EmployeesClockedIn(ListCount);
+  const std::string EmplList = EmployeesClockedIn(ListCount);
   if (ListCount == 0) {
     SayNobodyClockedIn(statement, 4174);
     JobStepAborted = true;
     SetMousePointer(MousePointer::Normal);
     return;
   }
-  statement(4176, [] { PrinDb.ShareCommits(); });
-  while (!EmplList.empty()) {
-    std::int32_t EmplN = 0;
-    statement(4180, [&] { ParseNextEmpl(EmplList, EmplN); });
-    CalcEmployee(EmplN);
-  }
-  statement(4484, [] { PrinDb.CommitShared(); });
+  CalcEmployees(EmplList);
   statement(4490, [] { DisplayTotals(); });
   SetMousePointer(MousePointer::Normal);
 }

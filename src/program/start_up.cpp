@@ -21,6 +21,7 @@
 #include "program/found_files.h"
 #include "program/settings.h"
 #include "scan_main/scan_main.h"
+#include "store/line_table.h"
 #include "store/lookups.h"
 #include "store/office_tables.h"
 #include "store/timecard_store.h"
@@ -60,16 +61,15 @@ void OpenStore(const FailureTail& statement) {
     statement(13060, [] { DoEvents(); });
   }
   if (!PrinDbOpen) {
-    statement(13070, [] {
-      // Ctrl has the index made anew below, so a damaged one is no reason to stop.
-      PrinDb = OpenDatabase(StorePath(),
-                            TheDesktop().CtrlKey() ? StoreCheck::AllButIndex : StoreCheck::Whole);
-      PrinDbOpen = true;
-    });
+    // Ctrl has the index made anew below, so a damaged one is no reason to stop.
+    KeepStoreInReach(TheDesktop().CtrlKey() ? StoreCheck::AllButIndex : StoreCheck::Whole);
+    statement(13070, [] { OpenPrinDb(); });
   }
   bool reindex = false;
   statement(13080, [&] { reindex = TheDesktop().CtrlKey(); });
   if (reindex) statement(13084, [] { ReindexPrinMdb(); });
+  // A store that is not open has been reported; LinesRs opens itself together with it.
+  if (!PrinDbOpen) return;
   statement(13090, [] { LinesRs = PrinDb.OpenRecordset("OstrelPr", RecordsetType::Dynaset); });
 }
 
@@ -86,6 +86,7 @@ void FitGrid() {
   // counting back from it.
   TDBGrid1.Left = kGridColumnsStart - TDBGrid1.ColumnLeft(0);
   Data1.DatabaseName = StorePath();
+  Data1.OpenStore = [](const std::string& path) { return OpenTimecards(path); };
 }
 
 void ShowDay() {
@@ -137,7 +138,7 @@ void Form_Load() {
   // A run begins with the whole day, newest line first, however the last one ended.
   mnuDisplayCurrentEmpl.Checked = false;
   mnuEmplOrder.Checked = false;
-  statement(1070, [] { SetRecordSource(); });
+  if (PrinDbOpen) statement(1070, [] { SetRecordSource(); });
 
   statement(1080, [] { ClientRs.MoveFirst(); });
   statement(1090,
@@ -147,7 +148,8 @@ void Form_Load() {
   TDBGrid1.Columns("TIME").NumberFormat = TimeFormat;
   TDBGrid1.Columns("DATE").NumberFormat = "mm/dd";
   statement(1110, [] { SetRecordSource(); });
-  statement(1120, [] { InitializeInputBoxes(); });
+  // A store that cannot be opened has been reported; a dozen lookups would each wait for it again.
+  if (PrinDbOpen) statement(1120, [] { InitializeInputBoxes(); });
   SetUpPrinting();
   PlaceForm();
 }
@@ -156,7 +158,7 @@ void OpenAll() {
   constexpr FailureTail statement{PrinModule, "nOpenAll"};
   if (!DescDbOpen) {
     statement(13010, [] {
-      DescDb = OpenTableFolder(DataPath, false, false, DbaseConnect);
+      DescDb = OpenOfficeTables();
       DescDbOpen = true;
     });
   }
@@ -199,6 +201,15 @@ void OpenAll() {
 void Form_QueryUnload() {
   constexpr FailureTail statement{ScannerModule, "Form_QueryUnload"};
   statement(1130, [] { PutIniParms(); });
+  statement(1134, [] { WriteLinesStillLost(); });
+}
+
+void CloseAll() {
+  Data1.Close();
+  for (Recordset* table : {&ClientRs, &PrmsRs, &GlenRs, &GlodRs, &GleqRs}) table->Close();
+  DescDb.Close();
+  DescDbOpen = false;
+  CloseStore();
 }
 
 void mnuExit_Click() {

@@ -35,7 +35,8 @@ std::string PrintEmployee(const std::string& list) {
   const std::string employee = SignedNumberText(EmplNumber);
   txtInput[kEmplBox].Text = employee;
   statement(3020, [] { SetRecordSource(); });
-  statement(3030, [] { DoEvents(); });  // the grid on the screen follows
+  statement(3030, [] { DoEvents(); });    // the grid on the screen follows
+  if (!Data1.ShowsItsQuery()) return {};  // not another's lines on this employee's sheet
   TDBGrid1.PrintInfo.PageHeader = HeaderFor(employee);
   std::unique_ptr<PrintJob> job;
   std::string file;

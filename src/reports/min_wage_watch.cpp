@@ -10,10 +10,9 @@
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
-#include "reports/piecework_earnings.h"
 #include "scan_main/scan_main.h"
-#include "store/lookups.h"
 #include "store/number_list.h"
+#include "store/piecework_earnings.h"
 #include "work_day/work_day.h"
 
 namespace ostrel {
@@ -38,12 +37,8 @@ double FooterNumber(std::int32_t line, const char* column) {
 
 void FindEmployeesBelow(Watch& watch) {
   PieceworkEarnings earnings;
-  statement(2710, [&] { earnings.Derive(txtToday.Text); });
-  std::string NotList;
-  watch.BelowList = DomainList(
-      "Prin App", "EMPL_NUMB",
-      WhereWorkDay() + " and EVENT_TYPE = 'W' and HOUR_GROSS<" + lblMinWage.Caption.Get(), NotList,
-      watch.BelowCount);
+  statement(2710, [&] { earnings.Derive(WhereWorkDay()); });
+  watch.BelowList = earnings.EmployeesBelow(WhereWorkDay(), lblMinWage.Caption, watch.BelowCount);
 }
 
 std::string MessageOf(const Watch& watch) {

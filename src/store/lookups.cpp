@@ -7,6 +7,7 @@
 #include "platform/files/files.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "store/line_table.h"
 #include "store/number_list.h"
 
 namespace ostrel {
@@ -44,17 +45,13 @@ std::string WhereClause(const std::string& Criteria) {
   return clause;
 }
 
-/// The lookups' own object on a store, kept from call to call: opening the file anew for each of the
-/// four totals behind every saved line would cost more than the totals.
-Database& LookupStore(const std::string& path) {
-  static Database store;
-  static std::string opened;
-  if (PrinDbOpen && path == StorePath()) return PrinDb;
-  if (!store || opened != path) {
-    store = OpenDatabase(path);
-    opened = path;
-  }
-  return store;
+/// The client's store is the one that is open for the run: it sees each line as soon as it is written,
+/// and is the file that the program writes to. Another store is opened for the one question.
+Recordset Ask(const Selected& selected, const std::string& file, const std::string& query) {
+  if (!selected.InStore) return DescDb.OpenRecordset(query, RecordsetType::Dynaset);
+  const std::string path = file + ".mdb";
+  if (path == StorePath()) return PrinDb.OpenRecordset(query, RecordsetType::Dynaset);
+  return OpenTimecards(path).OpenRecordset(query, RecordsetType::Dynaset);
 }
 
 }  // namespace
@@ -73,8 +70,7 @@ Value DomainFunc(const std::string& Domain, const std::string& FieldExpr,
       "SELECT " + Aggregate + "(" + FieldExpr + ") as X from " + from + WhereClause(Criteria);
   Value result = 0;
   statement(12020, [&] {
-    const Database& database = selected.InStore ? LookupStore(file + ".mdb") : DescDb;
-    const Recordset answer = database.OpenRecordset(query, RecordsetType::Dynaset);
+    const Recordset answer = Ask(selected, file, query);
     if (answer.Bof() && answer.Eof()) return;
     Value found = answer["X"];
     if (!found.IsNull()) result = std::move(found);
@@ -98,18 +94,33 @@ std::string DomainList(const std::string& Domain, const std::string& FieldExpr,
   });
   if (!rows) return {};
 
-  std::vector<std::string> numbers;
+  std::vector<std::string> values;
   statement(12120, [&] {
     for (; !rows.Eof(); rows.MoveNext()) {
       const Value value = rows[0];
-      if (!value.IsNull()) numbers.push_back(value.ToText());  // an empty field is nobody's number
+      values.push_back(value.IsNull() ? std::string() : value.ToText());
     }
   });
-  if (numbers.empty()) return {};
-  ListCount = static_cast<std::int32_t>(numbers.size());
-  std::string list = NumberList(numbers);
+  if (values.empty()) return {};
+  ListCount = static_cast<std::int32_t>(values.size());
+  std::string list = NumberList(values);
   NotList = " Not " + list;
   return list;
+}
+
+Totals TotalsOf(const std::string& Criteria) {
+  constexpr SilentTail statement{PrinModule, "DomainFunc"};
+  Totals totals;
+  if (!PrinDb) return totals;  // the view has just tried to open it
+  statement(12030, [&] {
+    const Recordset answer = PrinDb.OpenRecordset(
+        "SELECT Sum(QUANTITY) as Q, Sum(HOURS) as H, Sum(GROSS) as G, Count(EMPL_NUMB) as N "
+        "from [OstrelPr]" +
+        Criteria);
+    totals = {answer["Q"].Get().NumberOrZero(), answer["H"].Get().NumberOrZero(),
+              answer["G"].Get().NumberOrZero(), answer["N"].Get().ToLong()};
+  });
+  return totals;
 }
 
 float NumOrZero(const Recordset& recordset, const char* field) noexcept {

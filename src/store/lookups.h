@@ -31,6 +31,16 @@ Value DomainFunc(const std::string& Domain, const std::string& FieldExpr,
 std::string DomainList(const std::string& Domain, const std::string& FieldExpr,
                        const std::string& Criteria, std::string& NotList, std::int32_t& ListCount);
 
+/// Sums and count of the lines of a filter, by one pass over them.
+struct Totals {
+  double Quantity = 0, Hours = 0, Gross = 0;
+  std::int32_t Lines = 0;  ///< with an employee number
+};
+
+/// What DomainFunc answers to the three sums and the count behind every view, 0 as there.
+///   Criteria  where text with its own " where ", or empty
+Totals TotalsOf(const std::string& Criteria);
+
 /// A field's number in single precision: 0 for Null, else the numeric prefix of its text. A field
 /// that cannot be read, for want of a current row say, gives 0 and no report.
 float NumOrZero(const Recordset& recordset, const char* field) noexcept;

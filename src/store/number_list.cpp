@@ -22,9 +22,10 @@ std::size_t PlaceIn(const std::string& list, char character) {
 }  // namespace
 
 std::string NumberList(const std::vector<std::string>& numbers) {
+  if (numbers.empty()) return {};
   std::string list;
-  for (const std::string& number : numbers) list += (list.empty() ? "in (" : ",") + number;
-  return list.empty() ? list : list + ")";
+  for (const std::string& number : numbers) list += (list.empty() ? "" : ",") + number;
+  return "in (" + list + ")";
 }
 
 std::string WithoutBrackets(const std::string& list) {

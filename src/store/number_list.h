@@ -10,7 +10,7 @@
 namespace ostrel {
 
 /// "in (12,15,20)"; the empty text for no numbers.
-///   numbers  as texts
+///   numbers  as texts; an empty one at the beginning leaves no mark in the list
 std::string NumberList(const std::vector<std::string>& numbers);
 
 /// What stands between the brackets of a list; a text without brackets as it is.

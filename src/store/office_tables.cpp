@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "frame/app_state.h"
+#include "platform/database/table_folder.h"
 #include "platform/files/files.h"
 
 namespace ostrel {
@@ -13,6 +14,12 @@ constexpr std::size_t kWordLength = 4;
 constexpr std::size_t kBareFileNameLength = 8;  // "Hvcl.dbf"
 
 }  // namespace
+
+Database OpenOfficeTables() {
+  return OpenTableFolder(
+      DataPath,
+      {.Updates = TableUpdates::Allowed, .Connect = DbaseConnect, .KeyField = "EMPL_NUMB"});
+}
 
 std::string OfficeTablePath(const char* word) {
   return DataPath + kPathSeparator + word + ClientNumb + DbaseExt;

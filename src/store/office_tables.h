@@ -7,11 +7,18 @@
 #include <string>
 #include <vector>
 
+#include "platform/database/database.h"
+
 namespace ostrel {
 
 /// The client, the employees, and the costing codes: enterprises, operations, equipment.
 inline constexpr std::array<const char*, 5> kOfficeTables = {"Hvcl", "Prms", "Glen", "Glod",
                                                              "Gleq"};
+
+/// The folder of the tables. Its one update is the one that takes the pay of the year out of them; each
+/// table is in the order of its employee numbers, where it has such.
+///   throws  Failure 76 when the application folder does not exist
+Database OpenOfficeTables();
 
 /// Full path of one of the client's tables in the application folder.
 std::string OfficeTablePath(const char* word);

@@ -4,32 +4,20 @@
 
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
-#include "platform/database/database.h"
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
+#include "platform/values/numbers.h"
 #include "platform/values/text.h"
+#include "store/line_table.h"
 
 namespace ostrel {
 
 namespace {
 
-constexpr const char* kSortOrder = ";LANGID=0x0809;CP=1252;COUNTRY=0";
-
-const std::vector<FieldDefinition> kLineFields = {
-    {"EMPL_NUMB", FieldType::Single},   {"SORT_NAME", FieldType::Text, 15},
-    {"ETIME", FieldType::Date},         {"ETIME_STOP", FieldType::Date},
-    {"EVENT_TYPE", FieldType::Text, 1}, {"QUANTITY", FieldType::Double},
-    {"QUAN_DESC", FieldType::Text, 5},  {"ENTERPRISE", FieldType::Single},
-    {"OPERATION", FieldType::Single},   {"EQUIP_NUMB", FieldType::Single},
-    {"MEMO", FieldType::Text, 20},      {"RATE", FieldType::Double},
-    {"GROSS", FieldType::Double},       {"HOUR_GROSS", FieldType::Double},
-    {"HOURS", FieldType::Double},
-};
-
 /// A store without the index, or not open at all, is what a rebuild is there for.
 void DeleteIndexIfThere(const char* index) {
   try {
-    PrinDb.DeleteIndex("OstrelPr", index);
+    PrinDb.DeleteIndex(TimecardFormat().Table.Name, index);
   } catch (const Failure& failure) {
     if (failure.Number != failure_number::kItemNotFound &&
         failure.Number != failure_number::kObjectNotSet)
@@ -39,7 +27,8 @@ void DeleteIndexIfThere(const char* index) {
 
 /// A try whose last step failed has put the store in its place already.
 Database MadeStore() {
-  return IsTaken(StorePath()) ? OpenDatabase(StorePath()) : CreateDatabase(StorePath(), kSortOrder);
+  return IsTaken(StorePath()) ? OpenTimecards(StorePath())
+                            : CreateDatabase(StorePath(), TimecardFormat());
 }
 
 }  // namespace
@@ -52,8 +41,8 @@ void CreatePrinMdb() {
     statement(13120, [] { MsgBox("Couldn't create Prin.mdb database"); });
     return;
   }
-  TableDefinition lines{"OstrelPr", {}};
-  for (const FieldDefinition& field : kLineFields) {
+  TableDefinition lines{TimecardFormat().Table.Name, {}};
+  for (const FieldDefinition& field : TimecardFormat().Table.Fields) {
     statement(13140, [&] { lines.Fields.push_back(field); });
   }
   statement(13150, [&] { NewDb.AppendTable(lines); });
@@ -70,14 +59,45 @@ void ReindexPrinMdb() {
       statement(13620, [] { CreatePrinMdb(); });
       statement(13630, [] { DoEvents(); });
     }
-    statement(13640, [] {
-      PrinDb = OpenDatabase(StorePath());
-      PrinDbOpen = true;
-    });
+    KeepStoreInReach();
+    statement(13640, [] { OpenPrinDb(); });
   }
   statement(13660, [] { DeleteIndexIfThere("dTime"); });
   statement(13670, [] { DeleteIndexIfThere("Empl_Numb"); });
   statement(13680, [] { PrinDb.Execute("Create Index dTime on [OstrelPr] (ETIME DESC)"); });
+}
+
+void KeepStoreInReach(StoreCheck check) {
+  PrinDb = Database([check] {
+    Database store = OpenTimecards(StorePath(), check);
+    PrinDbOpen = true;
+    return store;
+  });
+  UnbindLines();
+}
+
+void OpenPrinDb() { PrinDb.Open(); }
+
+void UnbindLines() {
+  LinesRs = Recordset(
+      [] { return PrinDb.OpenRecordset(TimecardFormat().Table.Name, RecordsetType::Dynaset); });
+}
+
+void CloseStore() {
+  LinesRs.Close();
+  PrinDb.Close();
+  PrinDbOpen = false;
+}
+
+void WriteLinesStillLost() {
+  const std::size_t lines = RowsStillLost();
+  if (lines == 0) return;
+  try {
+    PrinDb.Settle();
+  } catch (const Failure& failure) {
+    throw Failure(failure.Number, GeneralText(static_cast<double>(RowsStillLost())) +
+                                      " lines are not on the disk yet. " + failure.Text);
+  }
 }
 
 void BlankIfEmpty(const Field& field) {

@@ -1,17 +1,12 @@
 #pragma once
 
-// The timecard store: one file per client with the one table OstrelPr, in which every line stays
-// until it is deleted. This room brings the file into being and rebuilds its index; lines are
-// written and read by the rooms that own them.
-//
-// A line's fields, in the table's order: EMPL_NUMB, SORT_NAME, ETIME (date and time of the event),
-// ETIME_STOP (never written), EVENT_TYPE ("I" clock-in, "O" clock-out, "P" piecework, "X" a line of
-// the plain layout), QUANTITY, QUAN_DESC, ENTERPRISE, OPERATION, EQUIP_NUMB, MEMO, RATE (-9 is the
-// standard hourly rate), GROSS, HOUR_GROSS, HOURS. A field that no writer sets is Null; a text field
-// is never empty, one blank takes the place of the empty text.
+// The client's timecard store: one file with the one table (line_table.h), in which every line stays
+// until it is deleted. This room brings the file into being, rebuilds its index, opens it for the run
+// and binds LinesRs; lines are written and read by the rooms that own them.
 
 #include <string>
 
+#include "platform/database/open_stores.h"
 #include "platform/database/recordset.h"
 
 namespace ostrel {
@@ -22,6 +17,27 @@ void CreatePrinMdb();
 /// Drops the index by time and makes it anew; makes the store first where there is none. Leaves
 /// PrinDb open.
 void ReindexPrinMdb();
+
+/// Tells PrinDb and LinesRs how to open themselves. A store that cannot be opened when the program
+/// starts, because another program holds it, say, is opened by the first command that needs it.
+///   check  what each try looks through
+void KeepStoreInReach(StoreCheck check = StoreCheck::Whole);
+
+/// Opens PrinDb, which KeepStoreInReach has prepared.
+///   throws  see OpenDatabase; PrinDb tries again when it is next asked
+void OpenPrinDb();
+
+/// Before LinesRs is bound to a selection: it is not open until that has succeeded, so that no walk goes
+/// over the rows that it was bound to before. A new line goes to the table all the same.
+void UnbindLines();
+
+/// Closes what the run has opened of the store. Rows that could not be written yet are tried for the
+/// last time.
+void CloseStore();
+
+/// Before the program ends: writes what could not be written when the operator was told so.
+///   throws  the failure that still keeps it from the disk, saying how many lines are concerned
+void WriteLinesStillLost();
 
 /// Puts one blank into a text field of the line being written that holds the empty text; a Null
 /// stays Null.

@@ -13,6 +13,7 @@
 #include "platform/values/failure.h"
 #include "platform/values/text.h"
 #include "scan_main/scan_main.h"
+#include "store/line_table.h"
 #include "support/ask_sqlite.h"
 #include "support/dbf_builder.h"
 #include "support/failure_number.h"
@@ -69,7 +70,7 @@ class ForeignStore : public testing::Test {
   /// The lines, and behind them what the program says of each day in order of time.
   std::vector<std::string> Answers() const {
     std::vector<std::string> answers;
-    const Database store = OpenDatabase(path_);
+    const Database store = OpenTimecards(path_);
     for (Recordset rows = store.OpenRecordset("OstrelPr"); !rows.Eof(); rows.MoveNext()) {
       answers.push_back(RowText(rows, 15));
     }

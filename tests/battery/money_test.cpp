@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <optional>
 #include <vector>
 
 #include "battery/battery.h"
@@ -115,11 +116,11 @@ TEST_F(Money, OfWholeDaysIsExact) {
     expected.clear();
     cents = 0;
     LinesRs = PrinDb.OpenRecordset("OstrelPr");
-    PrinDb.ShareCommits();
+    std::optional<Gathering> gathering(std::in_place, PrinDb);
     for (int employee = 101; employee < 101 + kEmployees; ++employee) {
       for (const int from : {6 * 60, 14 * 60}) Add(employee, RandomPeriod(random, from));
     }
-    PrinDb.CommitShared();
+    gathering.reset();
     CalcEmplHours();
     ASSERT_EQ(payroll.Desktop.TakeShown(), "");
     // One text is compared first: it tells apart nothing but equal or not, quickly.

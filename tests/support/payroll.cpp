@@ -117,7 +117,7 @@ void Payroll::Save(std::string_view employee) {
 
 void Payroll::AddLine(const std::string& lines) {
   std::istringstream all(lines);
-  PrinDb.ShareCommits();
+  const Gathering gathering(PrinDb);
   for (std::string line; std::getline(all, line, '|');) {
     std::istringstream words(line);
     std::string empl, kind, time, half;
@@ -132,7 +132,7 @@ void Payroll::AddLine(const std::string& lines) {
     LinesRs["RATE"] = rate;
     LinesRs.Update();
   }
-  PrinDb.CommitShared();
+  gathering.Settle();
   SetRecordSource();
 }
 

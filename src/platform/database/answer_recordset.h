@@ -1,7 +1,7 @@
 #pragma once
 
-// The answer of a query that has one column: the distinct values of a field, or one aggregate. It
-// is read-only and no longer tied to the table it was asked of.
+// The answer of a query for values: the distinct values of a field, or one row of aggregates. It is
+// read-only and no longer tied to the table it was asked of.
 
 #include <string>
 #include <vector>
@@ -12,20 +12,20 @@ namespace ostrel {
 
 class AnswerRecordset : public WalkedRecordset {
  public:
-  AnswerRecordset(std::string column, std::vector<Value> rows);
+  AnswerRecordset(std::vector<std::string> columns, std::vector<std::vector<Value>> rows);
 
-  int FieldCount() const override { return 1; }
+  int FieldCount() const override { return static_cast<int>(columns_.size()); }
   int OrdinalOf(std::string_view name) const override;
   Value GetField(int ordinal) const override;
   int FieldSize(int ordinal) const override;
   std::string FieldName(int ordinal) const override;
 
   std::size_t RowCount() const override { return rows_.size(); }
-  std::vector<Value> RowAt(std::size_t position) const override { return {rows_.at(position)}; }
+  std::vector<Value> StoredRowAt(std::size_t position) const override { return rows_.at(position); }
 
  private:
-  std::string column_;
-  std::vector<Value> rows_;
+  std::vector<std::string> columns_;
+  std::vector<std::vector<Value>> rows_;
 };
 
 }  // namespace ostrel

@@ -6,6 +6,7 @@
 namespace ostrel {
 
 DatabaseBody& Database::Body() const {
+  if (!body_ && open_) body_ = open_().body_;
   if (!body_) throw Failure(failure_number::kObjectNotSet, "The database has not been opened.");
   return *body_;
 }
@@ -14,43 +15,45 @@ Recordset Database::OpenRecordset(std::string_view text, RecordsetType type) con
   return Recordset(Body().OpenRecordset(text, type));
 }
 
+Recordset Database::OpenRows(std::vector<Bookmark> rows) const {
+  return Recordset(Body().OpenRows(std::move(rows)));
+}
+
 void Database::Execute(std::string_view sql) const { Body().Execute(sql); }
 
 void Database::AppendTable(const TableDefinition& table) const { Body().AppendTable(table); }
-
-void Database::ShowDerivedLines(const std::vector<DerivedLine>& lines) const {
-  Body().ShowDerivedLines(lines);
-}
-
-void Database::HideDerivedLines() const { Body().HideDerivedLines(); }
 
 void Database::DeleteIndex(std::string_view table, std::string_view index) const {
   Body().DeleteIndex(table, index);
 }
 
-void Database::Close() { body_.reset(); }
-
-void Database::ShareCommits() const { Body().ShareCommits(); }
-void Database::SettleShared() const { Body().SettleShared(); }
-void Database::CommitShared() const { Body().CommitShared(); }
-
-void DatabaseBody::AppendTable(const TableDefinition&) { RefuseOperation("appending a table"); }
-
-void DatabaseBody::ShowDerivedLines(const std::vector<DerivedLine>&) {
-  RefuseOperation("derived lines");
+void Database::Close() {
+  body_.reset();
+  open_ = {};
 }
 
-void DatabaseBody::DeleteIndex(std::string_view, std::string_view) {
-  RefuseOperation("deleting an index");
+void Database::Settle() const { Body().Settle(); }
+
+std::weak_ptr<const void> Database::Hold() const {
+  return body_ ? body_->Hold() : std::weak_ptr<const void>();
 }
 
-void RefuseOperation(std::string_view call) {
-  throw Failure(failure_number::kNotOffered,
-                "This kind of table or answer does not offer " + std::string(call) + ".");
+Gathering::Gathering(const Database& database) {
+  database.Open();
+  body_ = database.body_;
+  body_->BeginGathering();
 }
 
-void RefuseUnknownField(std::string_view name) {
-  throw Failure(failure_number::kItemNotFound, "There is no field \"" + std::string(name) + "\".");
+Gathering::~Gathering() { body_->EndGathering(); }
+
+void Gathering::Settle() const { body_->Settle(); }
+
+Look::Look(const Database& database) : body_(database.body_) {
+  if (body_) body_->BeginLook();
+}
+
+Look::~Look() {
+  if (body_) body_->EndLook();
 }
 
 }  // namespace ostrel

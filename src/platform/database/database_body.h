@@ -1,14 +1,14 @@
 #pragma once
 
-// What stands behind a Database: the timecard store (store.h) or the folder of dBase tables
-// (table_folder.h). Only the database room derives from it; see database.h for each call's meaning.
+// What stands behind a Database: a store (store.h) or the folder of dBase tables (table_folder.h).
+// Only the database rooms derive from it; see database.h for each call's meaning.
 
 #include <memory>
-#include <string>
 #include <string_view>
+#include <vector>
 
-#include "platform/database/database.h"
 #include "platform/database/recordset_body.h"
+#include "platform/database/table_definition.h"
 
 namespace ostrel {
 
@@ -21,23 +21,17 @@ class DatabaseBody {
   virtual void Execute(std::string_view sql) = 0;
 
   // What only a store does; the folder of tables answers with Failure 3251.
+  virtual std::shared_ptr<RecordsetBody> OpenRows(std::vector<Bookmark> rows);
   virtual void AppendTable(const TableDefinition& table);
   virtual void DeleteIndex(std::string_view table, std::string_view index);
 
-  virtual void ShowDerivedLines(const std::vector<DerivedLine>& lines);
-  virtual void HideDerivedLines() {}
-
-  // Nothing to gather, except in a store.
-  virtual void ShareCommits() {}
-  virtual void SettleShared() {}
-  virtual void CommitShared() {}
+  // Nothing to hold, except in a store.
+  virtual void BeginGathering() {}
+  virtual void EndGathering() noexcept {}
+  virtual void BeginLook() {}
+  virtual void EndLook() noexcept {}
+  virtual void Settle() {}
+  virtual std::weak_ptr<const void> Hold() const { return {}; }
 };
-
-/// For calls that a kind of database or recordset has no use for.
-///   throws  Failure 3251, always, naming the call
-[[noreturn]] void RefuseOperation(std::string_view call);
-
-/// throws  Failure 3265, always, naming the field
-[[noreturn]] void RefuseUnknownField(std::string_view name);
 
 }  // namespace ostrel

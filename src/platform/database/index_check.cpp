@@ -6,8 +6,6 @@
 #include <string>
 #include <tuple>
 
-#include "platform/database/store_fields.h"
-
 namespace ostrel {
 
 namespace {
@@ -26,8 +24,10 @@ std::uint64_t Scattered(std::uint64_t bits) {
   return (bits ^ bits >> 29U) * 0xBF58476D1CE4E5B9U;
 }
 
-Walked Walk(SqliteConnection& connection, const std::string& source) {
-  SqliteStatement lines(connection, "SELECT ETIME, rowid FROM OstrelPr " + source, StoreStep::Read);
+Walked Walk(SqliteConnection& connection, const StoreFormat& format, const std::string& source) {
+  SqliteStatement lines(
+      connection, "SELECT " + format.IndexField + ", rowid FROM " + format.Table.Name + source,
+      StoreStep::Read);
   constexpr double unset = -std::numeric_limits<double>::max();  // before all times
   Walked walked;
   std::tuple<double, std::int64_t> before{unset, std::numeric_limits<std::int64_t>::min()};
@@ -58,10 +58,34 @@ bool HasIndex(SqliteConnection& connection, std::string_view table, std::string_
   return exists;
 }
 
-bool IndexHoldsEveryLine(SqliteConnection& connection) {
-  if (!HasIndex(connection, kLineTableName, "dTime")) return true;
-  const Walked index = Walk(connection, "INDEXED BY dTime ORDER BY ETIME, rowid");
-  return index.InOrder && index == Walk(connection, "NOT INDEXED");
+namespace {
+
+/// Whether the index is over all rows and begins with its field.
+bool IsWholeIndex(SqliteConnection& connection, const StoreFormat& format) {
+  SqliteStatement found(connection,
+                        "SELECT 1 FROM pragma_index_list(?1) AS entry, "
+                        "pragma_index_info(entry.name) AS field "
+                        "WHERE lower(entry.name) = lower(?2) AND entry.partial = 0 "
+                        "AND field.seqno = 0 AND lower(field.name) = lower(?3)",
+                        StoreStep::Read);
+  const Value table{format.Table.Name}, index{format.IndexName}, field{format.IndexField};
+  found.Bind(1, table);
+  found.Bind(2, index);
+  found.Bind(3, field);
+  bool whole = false;
+  while (found.Step()) whole = true;
+  return whole;
+}
+
+}  // namespace
+
+bool IndexHoldsEveryRow(SqliteConnection& connection, const StoreFormat& format) {
+  if (!HasIndex(connection, format.Table.Name, format.IndexName)) return true;
+  if (!IsWholeIndex(connection, format)) return false;
+  const Walked index = Walk(
+      connection, format,
+      " INDEXED BY " + QuotedName(format.IndexName) + " ORDER BY " + format.IndexField + ", rowid");
+  return index.InOrder && index == Walk(connection, format, " NOT INDEXED");
 }
 
 }  // namespace ostrel

@@ -1,12 +1,11 @@
-// OpenDatabase, CreateDatabase and SettleAllShared: the stores that are open in this process, by
-// file. The second Database on a file gets the store of the first.
+#include "platform/database/open_stores.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <utility>
 #include <vector>
 
-#include "platform/database/database.h"
 #include "platform/database/store.h"
 #include "platform/database/store_file.h"
 #include "platform/files/files.h"
@@ -16,15 +15,17 @@
 namespace ostrel {
 namespace {
 
+/// Never destroyed: a store may be closed when statics go.
 std::vector<std::weak_ptr<Store>>& OpenStores() {
-  static std::vector<std::weak_ptr<Store>> stores;
+  static auto& stores = *new std::vector<std::weak_ptr<Store>>;
   return stores;
 }
 
-std::shared_ptr<Store> Enter(std::string path, std::unique_ptr<SqliteConnection> connection) {
+std::shared_ptr<Store> Enter(std::string path, const StoreFormat& format,
+                             std::unique_ptr<SqliteConnection> connection) {
   auto& stores = OpenStores();
   std::erase_if(stores, [](const std::weak_ptr<Store>& store) { return store.expired(); });
-  auto store = std::make_shared<Store>(std::move(path), std::move(connection));
+  auto store = std::make_shared<Store>(std::move(path), format, std::move(connection));
   stores.push_back(store);
   return store;
 }
@@ -33,8 +34,7 @@ std::shared_ptr<Store> Enter(std::string path, std::unique_ptr<SqliteConnection>
 std::shared_ptr<Store> FindOpen(const std::string& path) {
   for (const std::weak_ptr<Store>& each : OpenStores()) {
     auto store = each.lock();
-    if (store && IsSameFile(store->Path(), path) && !store->Connection().FileHasMoved())
-      return store;
+    if (store && IsSameFile(store->Path(), path) && !store->FileHasMoved()) return store;
   }
   return {};
 }
@@ -56,21 +56,36 @@ std::string NameOfExistingFile(const std::string& path) {
 
 }  // namespace
 
-Database OpenDatabase(const std::string& path, StoreCheck check) {
+Database OpenDatabase(const std::string& path, const StoreFormat& format, StoreCheck check) {
   const std::string file = NameOfExistingFile(path);
   if (auto store = FindOpen(file)) return Database(std::move(store));
-  return Database(Enter(file, OpenStoreFile(file, check)));
+  const bool withIndex = check == StoreCheck::Whole;
+  return Database(Enter(file, format, OpenStoreFile(file, format, withIndex)));
 }
 
-Database CreateDatabase(const std::string& path, std::string_view) {
-  auto connection = CreateStoreFile(path);
-  return Database(Enter(NameOfExistingFile(path), std::move(connection)));
+Database CreateDatabase(const std::string& path, const StoreFormat& format) {
+  auto connection = CreateStoreFile(path, format);
+  return Database(Enter(NameOfExistingFile(path), format, std::move(connection)));
 }
 
 void SettleAllShared() {
+  std::optional<Failure> reason;
   for (const std::weak_ptr<Store>& each : OpenStores()) {
-    if (const auto store = each.lock()) store->SettleShared();
+    try {
+      if (const auto store = each.lock()) store->SettleForBox();
+    } catch (const Failure& failure) {
+      reason = failure;
+    }
   }
+  if (reason) throw Failure(*reason);
+}
+
+std::size_t RowsStillLost() {
+  std::size_t rows = 0;
+  for (const std::weak_ptr<Store>& each : OpenStores()) {
+    if (const auto store = each.lock()) rows += store->RowsStillLost();
+  }
+  return rows;
 }
 
 }  // namespace ostrel

@@ -1,7 +1,7 @@
 #include "platform/database/recordset.h"
 
-#include "platform/database/database_body.h"
 #include "platform/database/recordset_body.h"
+#include "platform/database/refusals.h"
 #include "platform/values/failure.h"
 
 namespace ostrel {
@@ -17,6 +17,7 @@ int Field::Size() const { return body_.FieldSize(ordinal_); }
 std::string Field::Name() const { return body_.FieldName(ordinal_); }
 
 RecordsetBody& Recordset::Body() const {
+  if (!body_ && open_) body_ = open_().body_;
   if (!body_) throw Failure(failure_number::kObjectNotSet, "The recordset has not been opened.");
   return *body_;
 }
@@ -57,20 +58,21 @@ void Recordset::Seek(std::string_view comparison, const Value& key) {
 }
 bool Recordset::NoMatch() const { return Body().NoMatch(); }
 
-void Recordset::Close() { body_.reset(); }
+void Recordset::Close() {
+  body_.reset();
+  open_ = {};
+}
 
 std::size_t Recordset::RowCount() const { return Body().RowCount(); }
 Bookmark Recordset::BookmarkAt(std::size_t position) const { return Body().BookmarkAt(position); }
-std::vector<Value> Recordset::RowAt(std::size_t position) const { return Body().RowAt(position); }
+std::vector<Value> Recordset::RowAt(std::size_t position, bool* asStored) const {
+  bool isAsStored = false;
+  return Body().RowToShow(position, asStored == nullptr ? isAsStored : *asStored);
+}
+std::vector<Value> Recordset::StoredRowAt(std::size_t position) const {
+  return Body().StoredRowAt(position);
+}
 std::ptrdiff_t Recordset::Position() const { return Body().Position(); }
 void Recordset::SetPosition(std::size_t position) { Body().SetPosition(position); }
-
-void RecordsetBody::AddNew() { RefuseOperation("AddNew"); }
-void RecordsetBody::Edit() { RefuseOperation("Edit"); }
-void RecordsetBody::Update() { RefuseOperation("Update"); }
-void RecordsetBody::Delete() { RefuseOperation("Delete"); }
-void RecordsetBody::SetField(int, const Value&) { RefuseOperation("assigning to a field"); }
-void RecordsetBody::SetIndex(std::string_view) { RefuseOperation("SetIndex"); }
-void RecordsetBody::Seek(std::string_view, const Value&) { RefuseOperation("Seek"); }
 
 }  // namespace ostrel

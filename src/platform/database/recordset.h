@@ -17,7 +17,10 @@
 //   AddNew                  an empty edit buffer; assignments go there until Update
 //   Update after AddNew     the row that was current before AddNew; the new row stands last in the
 //                           keyset, whatever the order of the selection
-//   Edit, Update after Edit unchanged: the row keeps its place even if its order value changed
+//   Edit, Update after Edit unchanged: the row keeps its place even if its order value changed.
+//                           Failure 3167 if the row has been deleted, 3197 if another program has
+//                           changed it since this recordset showed it (RowAt) or began the edit;
+//                           nothing is written then
 //   Update that fails       unchanged, and the edit is still open, so that Update can be tried again;
 //                           a new line is never stored twice by that
 //   Delete                  none; MoveNext goes to the row behind the deleted one. To delete a row
@@ -25,26 +28,22 @@
 //   SetBookmark             the row of the bookmark; Failure 3167 if it has been deleted
 //   Seek                    the row found; with NoMatch() none
 // Reading a field with no current row: Failure 3021. Assigning with no edit under way: Failure 3020.
-// Any call on a recordset that was never opened, or is closed: Failure 91.
+// Any call on a recordset that was never opened, or is closed: Failure 91. One that has been told how
+// to open itself is opened by the first call that needs it; where that fails, the next call tries
+// again.
 
 #include <cstddef>
-#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "platform/database/row_types.h"
 #include "platform/values/value.h"
 
 namespace ostrel {
-
-using Bookmark = std::int64_t;
-
-/// What a recordset is doing with its current row; the numbers are the system's own.
-enum class EditMode : std::int16_t { None = 0, InProgress = 1, Add = 2 };
-
-/// What to open: 1 a table as it stands, 2 rows that can be updated.
-enum class RecordsetType : std::int16_t { Default = 0, Table = 1, Dynaset = 2 };
 
 class RecordsetBody;
 
@@ -77,6 +76,9 @@ class Recordset {
  public:
   Recordset() = default;  ///< never opened
   explicit Recordset(std::shared_ptr<RecordsetBody> body) : body_(std::move(body)) {}
+  /// Opens itself when it is first needed.
+  explicit Recordset(std::function<Recordset()> open) : open_(std::move(open)) {}
+  /// Whether it is open now.
   explicit operator bool() const { return body_ != nullptr; }
 
   bool Bof() const;
@@ -116,15 +118,22 @@ class Recordset {
 
   std::size_t RowCount() const;
   Bookmark BookmarkAt(std::size_t position) const;
-  /// All fields of a row as stored now; empty when the row has been deleted meanwhile.
-  std::vector<Value> RowAt(std::size_t position) const;
+  /// All fields of a row for the screen, which must neither wait nor go blank: as stored now, or, while
+  /// another program keeps the store from being read, as they were when last asked for here. Empty
+  /// when the row has been deleted or has never been read.
+  ///   asStored  out, where wanted: whether they are as stored now; if not, ask again later
+  std::vector<Value> RowAt(std::size_t position, bool* asStored = nullptr) const;
+  /// The same for paper: as stored now, waiting for it where need be.
+  ///   throws  the failure of the store when it cannot be read
+  std::vector<Value> StoredRowAt(std::size_t position) const;
   /// Position of the current row, or -1.
   std::ptrdiff_t Position() const;
   void SetPosition(std::size_t position);
 
  private:
-  RecordsetBody& Body() const;  ///< throws Failure 91
-  std::shared_ptr<RecordsetBody> body_;
+  RecordsetBody& Body() const;  ///< throws Failure 91, or why it cannot open itself
+  mutable std::shared_ptr<RecordsetBody> body_;
+  std::function<Recordset()> open_;
 };
 
 }  // namespace ostrel

@@ -1,10 +1,16 @@
 #pragma once
 
 // What every kind of recordset answers to; see recordset.h for the meaning of each call. Only the
-// database room derives from it. The calls that not every kind has a use for refuse, unless a kind
+// database rooms derive from it. The calls that not every kind has a use for refuse, unless a kind
 // brings its own, with Failure 3251.
 
-#include "platform/database/recordset.h"
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/database/row_types.h"
+#include "platform/values/value.h"
 
 namespace ostrel {
 
@@ -42,7 +48,9 @@ class RecordsetBody {
 
   virtual std::size_t RowCount() const = 0;
   virtual Bookmark BookmarkAt(std::size_t position) const = 0;
-  virtual std::vector<Value> RowAt(std::size_t position) const = 0;
+  virtual std::vector<Value> StoredRowAt(std::size_t position) const = 0;
+  /// Rows in memory are always as stored.
+  virtual std::vector<Value> RowToShow(std::size_t position, bool& asStored) const;
   virtual std::ptrdiff_t Position() const = 0;
   virtual void SetPosition(std::size_t position) = 0;
 };

@@ -23,6 +23,18 @@ void AddFields(RowChange& earlier, RowChange&& later) {
 
 }  // namespace
 
+bool IsMeantFor(const RowChange& change, const std::vector<Value>& now) {
+  if (!change.Before) return true;
+  auto set = change.Values.begin();
+  for (std::size_t i = 0; i < now.size(); ++i) {
+    const bool isSet = (change.Fields >> i & 1U) != 0;
+    const bool isDone = isSet && now[i] == *set;
+    if (isSet) ++set;
+    if (!isDone && now[i] != (*change.Before)[i]) return false;
+  }
+  return true;
+}
+
 void ChangeLog::Add(RowChange change) {
   const auto [place, isNew] = places_.try_emplace(change.Row, changes_.size());
   if (isNew) {
@@ -33,6 +45,7 @@ void ChangeLog::Add(RowChange change) {
   if (change.What == RowChange::Kind::Update) {
     AddFields(earlier, std::move(change));
   } else {
+    if (earlier.What != RowChange::Kind::Insert) change.Before = earlier.Before;
     earlier = std::move(change);
   }
 }

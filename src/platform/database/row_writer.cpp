@@ -3,18 +3,17 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/database/store_fields.h"
-
 namespace ostrel {
 namespace {
 
 // The row id is parameter 1 in every statement, the fields that are set follow.
 
 /// For each field that is set: before, its name, between, its parameter.
-std::string FieldList(const RowChange& change, std::string_view before, std::string_view between) {
+std::string FieldList(const TableDefinition& table, const RowChange& change,
+                      std::string_view before, std::string_view between) {
   std::string list;
   int parameter = 1;
-  const auto& fields = LineTable().Fields;
+  const auto& fields = table.Fields;
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if ((change.Fields >> i & 1U) == 0) continue;
     list.append(before).append(fields[i].Name).append(between);
@@ -23,27 +22,27 @@ std::string FieldList(const RowChange& change, std::string_view before, std::str
   return list;
 }
 
-std::string InsertSql(const RowChange& change) {
+std::string InsertSql(const TableDefinition& table, const RowChange& change) {
   std::string names;
   std::string parameters;
-  const auto& fields = LineTable().Fields;
+  const auto& fields = table.Fields;
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if ((change.Fields >> i & 1U) == 0) continue;
     names += ", " + fields[i].Name;
     parameters += ", ?";
   }
-  return "INSERT INTO OstrelPr(rowid" + names + ") VALUES(?1" + parameters + ")";
+  return "INSERT INTO " + table.Name + "(rowid" + names + ") VALUES(?1" + parameters + ")";
 }
 
-std::string SqlFor(const RowChange& change) {
+std::string SqlFor(const TableDefinition& table, const RowChange& change) {
   switch (change.What) {
     case RowChange::Kind::Insert:
-      return InsertSql(change);
+      return InsertSql(table, change);
     case RowChange::Kind::Update:
-      return "UPDATE OstrelPr SET " + FieldList(change, ", ", " = ?").substr(2) +
+      return "UPDATE " + table.Name + " SET " + FieldList(table, change, ", ", " = ?").substr(2) +
              " WHERE rowid = ?1";
     case RowChange::Kind::Delete:
-      return "DELETE FROM OstrelPr WHERE rowid = ?1";
+      return "DELETE FROM " + table.Name + " WHERE rowid = ?1";
   }
   return {};
 }
@@ -84,23 +83,23 @@ SqliteStatement& RowWriter::StatementFor(const RowChange& change) {
   if (kept != statements_.end()) return kept->second;
   const StoreStep step =
       change.What == RowChange::Kind::Delete ? StoreStep::Delete : StoreStep::Write;
-  return statements_.try_emplace(key, connection_, SqlFor(change), step).first->second;
+  return statements_.try_emplace(key, connection_, SqlFor(table_, change), step).first->second;
 }
 
-bool RowWriter::Write(RowChange& change) {
+void RowWriter::Write(RowChange& change) {
   if (change.What == RowChange::Kind::Insert) return Insert(change);
   SqliteStatement& statement = StatementFor(change);
   statement.Bind(1, change.Row);
   BindFields(statement, change);
   statement.Run();
-  if (change.What == RowChange::Kind::Update) return sqlite3_changes(connection_.Handle()) != 0;
-  highest_deleted_ = std::max(highest_deleted_, change.Row);
-  return true;
+  if (change.What == RowChange::Kind::Delete) {
+    highest_deleted_ = std::max(highest_deleted_, change.Row);
+  }
 }
 
-bool RowWriter::Insert(RowChange& change) {
+void RowWriter::Insert(RowChange& change) {
   Bookmark row = change.Row;
-  if (row != 0 && RowStands(change)) return true;
+  if (row != 0 && RowStands(change)) return;
   if (row == 0 || RowExists(row)) row = NewRow();
   SqliteStatement& statement = StatementFor(change);
   if (row == 0) {
@@ -111,29 +110,29 @@ bool RowWriter::Insert(RowChange& change) {
   BindFields(statement, change);
   const LastInsertedRow inserted(connection_.Handle(), change.Row);
   statement.Run();
-  return true;
 }
 
 // SQLite gives the id of a deleted last row to the next one, so after a delete it is not asked.
 Bookmark RowWriter::NewRow() {
   if (highest_deleted_ == 0) return 0;
-  SqliteStatement& highest = connection_.Question("SELECT max(rowid) FROM OstrelPr");
+  SqliteStatement& highest = connection_.ReadStatement("SELECT max(rowid) FROM " + table_.Name);
   Bookmark row = highest_deleted_;
   while (highest.Step()) row = std::max(row, highest.Integer(0));
   return row + 1;
 }
 
 bool RowWriter::RowExists(Bookmark row) {
-  SqliteStatement& found = connection_.Question("SELECT rowid FROM OstrelPr WHERE rowid = ?1");
+  SqliteStatement& found =
+      connection_.ReadStatement("SELECT rowid FROM " + table_.Name + " WHERE rowid = ?1");
   found.Bind(1, row);
   return HasRow(found);
 }
 
 bool RowWriter::RowStands(const RowChange& change) {
-  SqliteStatement found(
-      connection_,
-      "SELECT rowid FROM OstrelPr WHERE rowid = ?1" + FieldList(change, " AND ", " IS ?"),
-      StoreStep::Read);
+  SqliteStatement found(connection_,
+                        "SELECT rowid FROM " + table_.Name + " WHERE rowid = ?1" +
+                            FieldList(table_, change, " AND ", " IS ?"),
+                        StoreStep::Read);
   found.Bind(1, change.Row);
   BindFields(found, change);
   return HasRow(found);

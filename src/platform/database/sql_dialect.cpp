@@ -1,5 +1,6 @@
 #include "platform/database/sql_dialect.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
@@ -12,11 +13,11 @@
 namespace ostrel {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, QueryForm>, 4> kAggregates{{
-    {"Sum", QueryForm::Sum},
-    {"Max", QueryForm::Max},
-    {"Count", QueryForm::Count},
-    {"Last", QueryForm::Last},
+constexpr std::array<std::pair<std::string_view, Aggregate>, 4> kAggregates{{
+    {"Sum", Aggregate::Sum},
+    {"Max", Aggregate::Max},
+    {"Count", Aggregate::Count},
+    {"Last", Aggregate::Last},
 }};
 
 /// Reads one statement; each Read... takes the tokens of its part and refuses anything else.
@@ -46,6 +47,7 @@ class StatementReader {
 
   Query ReadSelect();
   void ReadAnswer(Query& query);
+  AnswerColumn ReadAggregate();
   void ReadWhere(Query& query);
   Condition ReadCondition();
   Condition ReadWholeDay();
@@ -123,18 +125,32 @@ void StatementReader::ReadAnswer(Query& query) {
   }
   if (TakeWord("Distinct")) {
     query.Form = QueryForm::Distinct;
-    query.Answer = query.Field = NeedName();
+    const std::string field = NeedName();
+    query.Answer.push_back({Aggregate::None, field, field});
     return;
   }
-  for (const auto& [word, form] : kAggregates) {
+  query.Form = QueryForm::Aggregates;
+  do {
+    const std::size_t start = token_.Start;
+    query.Answer.push_back(ReadAggregate());
+    // The last row is looked for from the end, which no sum is.
+    const auto isLast = [](const AnswerColumn& each) { return each.What == Aggregate::Last; };
+    if (query.Answer.size() > 1 && std::any_of(query.Answer.begin(), query.Answer.end(), isLast)) {
+      tokens_.Refuse(start);
+    }
+  } while (TakeSymbol(','));
+}
+
+AnswerColumn StatementReader::ReadAggregate() {
+  for (const auto& [word, aggregate] : kAggregates) {
     if (!TakeWord(word)) continue;
-    query.Form = form;
+    AnswerColumn column{aggregate, {}, {}};
     NeedSymbol('(');
-    query.Field = NeedName();
+    column.Field = NeedName();
     NeedSymbol(')');
     NeedWord("as");
-    query.Answer = NeedName();
-    return;
+    column.Name = NeedName();
+    return column;
   }
   Refuse();
 }
@@ -236,8 +252,10 @@ void StatementReader::ReadOrder(Query& query) {
     term.Descending = TakeDescending();
     query.Order.push_back(std::move(term));
   } while (TakeSymbol(','));
-  const bool otherField = query.Order.size() > 1 || !SameText(query.Order[0].Field, query.Field);
-  if (query.Form == QueryForm::Distinct && otherField) tokens_.Refuse(start);
+  if (query.Form != QueryForm::Distinct) return;
+  const bool byField =
+      query.Order.size() == 1 && SameText(query.Order[0].Field, query.Answer[0].Field);
+  if (!byField) tokens_.Refuse(start);
 }
 
 bool StatementReader::TakeDescending() {
@@ -285,6 +303,12 @@ TableUpdate StatementReader::ReadUpdate() {
 }
 
 }  // namespace
+
+std::vector<std::string> ColumnNames(const Query& query) {
+  std::vector<std::string> names;
+  for (const AnswerColumn& column : query.Answer) names.push_back(column.Name);
+  return names;
+}
 
 Query ReadQuery(std::string_view sql) { return StatementReader(sql).ReadQuery(); }
 

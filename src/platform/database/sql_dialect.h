@@ -3,10 +3,11 @@
 // The program's own small SQL, read by tokens in one pass into plain data that the store and the
 // folder of tables each answer in their own way. These forms and no others:
 //
-//   OstrelPr                       a table as it stands; [OstrelPr] is the same name
+//   T                              a table as it stands; [T] is the same name
 //   Select * from T <where> <order>
 //   Select Distinct F from T <where> Order by F
-//   Select Sum(F) as X from T <where>          also Max, Count, Last
+//   Select Sum(F) as X from T <where>          also Max, Count, Last; Sum, Max and Count also as a
+//                                              list, answered by one pass over the rows
 //   Create Index I on T (F DESC)
 //   Update T set F=number, F=number
 //
@@ -16,7 +17,7 @@
 // trailing semicolon is allowed, and nothing behind it.
 //
 // Anything else is Failure 3075, whose text names the place: sub-selects, comments, a second
-// statement, another function or operator, a number that runs into letters ("EMPL_NUMB = 12a"), a
+// statement, another function or operator, a number that runs into letters ("F = 12a"), a
 // test with nothing to compare to. Names of tables and fields are not judged here.
 
 #include <string>
@@ -44,13 +45,21 @@ struct OrderTerm {
   bool Descending = false;
 };
 
-enum class QueryForm { Table, Rows, Distinct, Sum, Max, Count, Last };
+enum class QueryForm { Table, Rows, Distinct, Aggregates };
+
+/// What a column of an answer holds of its field; None is the field's value itself.
+enum class Aggregate { None, Sum, Max, Count, Last };
+
+struct AnswerColumn {
+  Aggregate What = Aggregate::None;
+  std::string Field;
+  std::string Name;  ///< the field's for Distinct, X of "as X"
+};
 
 struct Query {
   QueryForm Form = QueryForm::Rows;
   std::string Table;
-  std::string Field;   ///< of Distinct and the aggregates
-  std::string Answer;  ///< name of the answer's one column: Field for Distinct, X of "as X"
+  std::vector<AnswerColumn> Answer;  ///< one for Distinct, one or more aggregates
   std::vector<Condition> Where;
   std::vector<OrderTerm> Order;
 };
@@ -71,6 +80,9 @@ struct TableUpdate {
   std::string Table;
   std::vector<Assignment> Assignments;
 };
+
+/// Names of the answer's columns.
+std::vector<std::string> ColumnNames(const Query& query);
 
 using Action = std::variant<IndexCreation, TableUpdate>;
 

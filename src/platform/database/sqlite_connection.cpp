@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/database/store_fields.h"
 #include "platform/files/os_file.h"
 #include "platform/values/failure.h"
 
@@ -10,18 +9,7 @@ namespace ostrel {
 namespace {
 
 constexpr int kBusyTimeoutMs = 500;
-constexpr std::size_t kMostQuestionsKept = 64;
-
-/// throws  the failure of a file that cannot be opened for another reason
-bool IsWriteProtected(const std::string& path) {
-  try {
-    OsFile::OpenToAppend(path);
-    return false;
-  } catch (const Failure& failure) {
-    if (failure.Number != failure_number::kPathAccess) throw;
-    return true;
-  }
-}
+constexpr std::size_t kMostStatementsKept = 64;
 
 /// Puts a flag back whichever way the work ends.
 class FlagReset {
@@ -87,10 +75,15 @@ std::string SqliteStatement::Text(int column) const {
           static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column))};
 }
 
-// SQLite takes any fault at opening for write protection and opens to read alone.
+// SQLite takes any fault at opening for write protection and opens to read alone. The system is asked
+// for the file's rights and the file itself left alone: to open and close it here would drop the locks
+// that this process has on it.
 SqliteConnection::SqliteConnection(const std::string& path) {
   Open(path);
-  if (ReadOnly() && !IsWriteProtected(path)) Open(path);
+  if (ReadOnly() && MayWrite(path)) {
+    Open(path);
+    if (ReadOnly()) throw FileFailure(failure_number::kDeviceIo, path);
+  }
   sqlite3_extended_result_codes(handle_.get(), 1);
   sqlite3_busy_timeout(handle_.get(), kBusyTimeoutMs);
   Harden();
@@ -116,15 +109,15 @@ void SqliteConnection::Harden() {
   sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
 }
 
-// The texts of questions come from the dialect's reader, which lets no other statement through. This
-// is the wall behind that one. It stays in place, since a change of it would expire every statement.
+// What is read comes from the dialect's reader, which lets no other statement through. This is the
+// wall behind that one. It stays in place, since a change of it would expire every statement.
 int SqliteConnection::Authorize(void* connection, int action, const char* first, const char* second,
                                 const char*, const char*) {
-  if (!static_cast<const SqliteConnection*>(connection)->preparing_question_) return SQLITE_OK;
+  if (!static_cast<const SqliteConnection*>(connection)->preparing_read_) return SQLITE_OK;
   const std::string_view function = action == SQLITE_FUNCTION ? second : "";
   const bool allowed = action == SQLITE_SELECT ||
-                       (action == SQLITE_READ && kLineTableName == first) || function == "sum" ||
-                       function == "max" || function == "count";
+                       (action == SQLITE_READ && !std::string_view(first).starts_with("sqlite_")) ||
+                       function == "sum" || function == "max" || function == "count";
   return allowed ? SQLITE_OK : SQLITE_DENY;
 }
 
@@ -144,23 +137,25 @@ bool SqliteConnection::FileHasMoved() const {
   return moved != 0;
 }
 
-std::int64_t SqliteConnection::DataVersion() {
-  if (!data_version_) data_version_.emplace(*this, "PRAGMA data_version", StoreStep::Read);
-  std::int64_t version = -1;
-  while (data_version_->Step()) version = data_version_->Integer(0);
-  return version;
+SqliteConnection::WithoutWaiting::WithoutWaiting(const SqliteConnection& connection)
+    : handle_(connection.Handle()) {
+  sqlite3_busy_timeout(handle_, 0);
 }
 
-SqliteStatement& SqliteConnection::Question(std::string_view sql) {
-  const auto kept = questions_.find(sql);
-  if (kept != questions_.end()) {
+SqliteConnection::WithoutWaiting::~WithoutWaiting() {
+  sqlite3_busy_timeout(handle_, kBusyTimeoutMs);
+}
+
+SqliteStatement& SqliteConnection::ReadStatement(std::string_view sql) {
+  const auto kept = read_statements_.find(sql);
+  if (kept != read_statements_.end()) {
     kept->second.Reset();
     return kept->second;
   }
-  if (questions_.size() >= kMostQuestionsKept) questions_.clear();
-  preparing_question_ = true;
-  const FlagReset done(preparing_question_);
-  return questions_.try_emplace(std::string(sql), *this, sql, StoreStep::Read).first->second;
+  if (read_statements_.size() >= kMostStatementsKept) read_statements_.clear();
+  preparing_read_ = true;
+  const FlagReset done(preparing_read_);
+  return read_statements_.try_emplace(std::string(sql), *this, sql, StoreStep::Read).first->second;
 }
 
 void SqliteConnection::Run(std::string_view sql, StoreStep step) {

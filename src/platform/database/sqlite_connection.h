@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -75,15 +74,24 @@ class SqliteConnection {
   /// Whether the file has been deleted or replaced since it was opened.
   bool FileHasMoved() const;
 
-  /// Changes with every commit that another connection makes to the file, and with none of ours.
-  std::int64_t DataVersion();
-
-  /// A statement to read with, that is kept for the next one who asks for the same text. It may
-  /// read the store's table and do nothing else: SQLite itself refuses the rest (Failure 3075).
-  SqliteStatement& Question(std::string_view sql);
+  /// A prepared statement to read with, that is kept for the next one who asks for the same text. It
+  /// may read the file's tables and do nothing else: SQLite itself refuses the rest (Failure 3075).
+  SqliteStatement& ReadStatement(std::string_view sql);
 
   /// One statement without parameters, run at once.
   void Run(std::string_view sql, StoreStep step);
+
+  /// While it lives a locked file is a failure at once, and is not waited for.
+  class WithoutWaiting {
+   public:
+    explicit WithoutWaiting(const SqliteConnection& connection);
+    ~WithoutWaiting();
+    WithoutWaiting(const WithoutWaiting&) = delete;
+    WithoutWaiting& operator=(const WithoutWaiting&) = delete;
+
+   private:
+    sqlite3* handle_;
+  };
 
   /// Called after every error, before its failure is thrown. It must not throw.
   void OnError(std::function<void()> action) { on_error_ = std::move(action); }
@@ -105,9 +113,8 @@ class SqliteConnection {
 
   std::unique_ptr<sqlite3, Close> handle_;
   std::function<void()> on_error_;
-  std::optional<SqliteStatement> data_version_;
-  bool preparing_question_ = false;
-  std::unordered_map<std::string, SqliteStatement, TextHash, std::equal_to<>> questions_;
+  bool preparing_read_ = false;
+  std::unordered_map<std::string, SqliteStatement, TextHash, std::equal_to<>> read_statements_;
 };
 
 }  // namespace ostrel

@@ -24,6 +24,8 @@ constexpr const char* kNotWritableWords = "The store or its folder is read-only.
 constexpr const char* kInUseWords =
     "The store is in use by another program; try again in a moment.";
 constexpr const char* kNotOpenedWords = "The store's file cannot be opened.";
+constexpr const char* kMovedWords =
+    "The store's file has been moved or deleted while the program runs.";
 constexpr const char* kBadQueryWords = "The store cannot make sense of the query.";
 
 // The first row that fits counts. A locked store is told apart by the step because the report shows
@@ -40,6 +42,7 @@ constexpr Meaning kMeanings[] = {
     {SQLITE_IOERR, {}, kDiskOrNetwork, "The disk or the network answers with an error."},
     {SQLITE_CORRUPT, {}, kDamagedStore, "The store is damaged."},
     {SQLITE_NOTADB, {}, kForeignStore, "The file is not a store of this program."},
+    {SQLITE_READONLY_DBMOVED, {}, kDatabaseNotFound, kMovedWords},
     {SQLITE_READONLY, StoreStep::Create, kPathAccess, kNotWritableWords},
     {SQLITE_READONLY, {}, kNotUpdatable, kNotWritableWords},
     {SQLITE_PERM, {}, kNotUpdatable, kNotWritableWords},

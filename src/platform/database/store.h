@@ -1,68 +1,52 @@
 #pragma once
 
-// A timecard store: one SQLite file with the table OstrelPr. All Database objects on one file share
-// one store, so they never lock each other out, see each other's rows and gather into one commit.
+// A store: one SQLite file with one table, whose format its opener brings along (open_stores.h).
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/database/database_body.h"
-#include "platform/database/day_index.h"
-#include "platform/database/shared_commit.h"
+#include "platform/database/sql_dialect.h"
 #include "platform/database/sqlite_connection.h"
-#include "platform/database/store_query.h"
-#include "platform/database/totals_memo.h"
+#include "platform/database/store_format.h"
+#include "platform/database/transactions.h"
 
 namespace ostrel {
 
 class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
  public:
   /// `path` names the file as the folder has it, links followed; store_file.h opens it.
-  Store(std::string path, std::unique_ptr<SqliteConnection> connection);
+  Store(std::string path, const StoreFormat& format, std::unique_ptr<SqliteConnection> connection);
 
   std::shared_ptr<RecordsetBody> OpenRecordset(std::string_view text, RecordsetType type) override;
+  std::shared_ptr<RecordsetBody> OpenRows(std::vector<Bookmark> rows) override;
   void Execute(std::string_view sql) override;
   void AppendTable(const TableDefinition& table) override;
   void DeleteIndex(std::string_view table, std::string_view index) override;
-  void ShowDerivedLines(const std::vector<DerivedLine>& lines) override;
-  void HideDerivedLines() override { derived_.clear(); }
-  void ShareCommits() override { commit_.Share(); }
-  void SettleShared() override { commit_.Settle(); }
-  void CommitShared() override { commit_.EndSharing(); }
+  void BeginGathering() override { transactions_.BeginGathering(); }
+  void EndGathering() noexcept override { transactions_.EndGathering(); }
+  void BeginLook() override { transactions_.BeginLook(); }
+  void EndLook() noexcept override { transactions_.EndLook(); }
+  void Settle() override { transactions_.Settle(); }
+  std::weak_ptr<const void> Hold() const override { return transactions_.Held(); }
 
+  void SettleForBox() { transactions_.SettleForBox(); }
+  std::size_t RowsStillLost() const { return transactions_.RowsStillLost(); }
   const std::string& Path() const { return path_; }
-  SqliteConnection& Connection() { return *connection_; }
-
-  // For the recordsets.
-
-  SharedCommit& Writes() { return commit_; }
-  bool ReadOnly() const { return connection_->ReadOnly(); }
-  /// Reads all fields of a row; false when it is not there.
-  bool ReadRow(Bookmark row, std::vector<Value>& fields);
-  /// The same for several rows, all of one state of the store; `take` is called for those that are
-  /// there.
-  void ReadRows(const std::vector<Bookmark>& rows,
-                const std::function<void(Bookmark row, std::vector<Value>& fields)>& take);
-  /// Ids of all rows up to one, in the order of entry.
-  std::vector<Bookmark> RowsUpTo(Bookmark highest);
+  bool FileHasMoved() const { return connection_->FileHasMoved(); }
 
  private:
   std::shared_ptr<RecordsetBody> OpenTable(const std::string& table);
+  std::shared_ptr<RecordsetBody> RecordsetOf(std::vector<Bookmark> rows);
   std::vector<Bookmark> Select(const Query& query);
-  std::vector<Value> Answer(const Query& query);
-  std::vector<Value> AnswerFrom(SqliteStatement& statement, const Query& query,
-                                const StoreQuestion& question);
+  std::vector<std::vector<Value>> Answer(const Query& query);
   void Alter(const std::string& sql);
 
   std::string path_;
+  const StoreFormat& format_;
   std::unique_ptr<SqliteConnection> connection_;
-  SharedCommit commit_;
-  DayIndex day_index_;
-  TotalsMemo totals_;
-  std::optional<SqliteStatement> row_reader_;
-  std::string derived_;  // rows as SQL, see QuestionFor
+  Transactions transactions_;
 };
 
 }  // namespace ostrel

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "platform/database/index_check.h"
-#include "platform/database/store_fields.h"
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
 #include "platform/values/failure.h"
@@ -14,11 +13,8 @@
 namespace ostrel {
 namespace {
 
-// What tells a store of this program from every other SQLite file: "OsPr" in the header's field for
-// the application that a file belongs to, and the version of the table's layout.
-constexpr std::uint32_t kApplicationId = 0x4F735072;
-constexpr std::uint32_t kLayoutVersion = 1;
-
+// The header of every SQLite file has fields for the application that it belongs to and for the
+// version of what it holds.
 constexpr std::size_t kHeaderSize = 100;
 constexpr std::size_t kLayoutVersionPlace = 60;
 constexpr std::size_t kApplicationIdPlace = 68;
@@ -44,23 +40,26 @@ void RequirePlainFilesBeside(const std::string& path) {
 
 // Looked at before SQLite is asked anything, because SQLite takes an empty file for an empty
 // database, and at its first question rolls back what a journal beside the file says.
-void RequireStoreHeader(const SqliteConnection& connection, const std::string& path) {
+void RequireStoreHeader(const SqliteConnection& connection, const std::string& path,
+                        const StoreFormat& format) {
   const std::string header = connection.FirstBytes(kHeaderSize);
   const bool ours = header.starts_with(kSqliteMark) &&
-                    BigEndian(header, kApplicationIdPlace) == kApplicationId &&
-                    BigEndian(header, kLayoutVersionPlace) == kLayoutVersion;
+                    BigEndian(header, kApplicationIdPlace) == format.ApplicationId &&
+                    BigEndian(header, kLayoutVersionPlace) == format.LayoutVersion;
   if (!ours) RefuseForeign(path);
 }
 
 // A table that is not there or not as this program makes it.
-void RequireLineTable(SqliteConnection& connection, const std::string& path) {
+void RequireTable(SqliteConnection& connection, const std::string& path,
+                  const TableDefinition& table) {
   SqliteStatement columns(connection,
                           "SELECT field.name, field.type FROM sqlite_schema AS entry, "
                           "pragma_table_info(entry.name) AS field "
-                          "WHERE entry.type = 'table' AND entry.name = 'OstrelPr' "
-                          "ORDER BY field.cid",
+                          "WHERE entry.type = 'table' AND entry.name = ?1 ORDER BY field.cid",
                           StoreStep::Read);
-  const auto& fields = LineTable().Fields;
+  const Value name{table.Name};
+  columns.Bind(1, name);
+  const auto& fields = table.Fields;
   std::size_t matching = 0;
   std::size_t count = 0;
   while (columns.Step()) {
@@ -79,11 +78,12 @@ void RequireLineTable(SqliteConnection& connection, const std::string& path) {
 
 // SQLite's quick check passes over what the index holds, and its full one takes longer than a start
 // may take with 250,000 lines. So the index is looked at by ourselves, and at the same time.
-void RequireSound(SqliteConnection& connection, const std::string& path, StoreCheck extent) {
-  std::future<bool> index = std::async(std::launch::async, [&path, extent] {
-    if (extent == StoreCheck::AllButIndex) return true;
+void RequireSound(SqliteConnection& connection, const std::string& path, const StoreFormat& format,
+                  bool withIndex) {
+  std::future<bool> index = std::async(std::launch::async, [&path, &format, withIndex] {
+    if (!withIndex) return true;
     SqliteConnection own(path);
-    return IndexHoldsEveryLine(own);
+    return IndexHoldsEveryRow(own, format);
   });
   // Cut short at the first finding; one is enough to refuse the file.
   SqliteStatement check(connection, "PRAGMA quick_check(1)", StoreStep::Read);
@@ -137,40 +137,42 @@ void CreateEmptyFile(const std::string& path) {
   }
 }
 
-void FillNewStore(const std::string& path) {
+void FillNewStore(const std::string& path, const StoreFormat& format) {
   SqliteConnection connection(path);
   SetDurability(connection);
   connection.Run("PRAGMA journal_mode = MEMORY",
                  StoreStep::Create);  // no file of its own beside it
-  for (const std::string& sql :
-       {std::string("BEGIN IMMEDIATE"), "PRAGMA application_id = " + std::to_string(kApplicationId),
-        "PRAGMA user_version = " + std::to_string(kLayoutVersion), CreationSql(LineTable()),
-        std::string("COMMIT")}) {
+  for (const std::string& sql : {std::string("BEGIN IMMEDIATE"),
+                                 "PRAGMA application_id = " + std::to_string(format.ApplicationId),
+                                 "PRAGMA user_version = " + std::to_string(format.LayoutVersion),
+                                 CreationSql(format.Table), std::string("COMMIT")}) {
     connection.Run(sql, StoreStep::Create);
   }
 }
 
 }  // namespace
 
-std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path, StoreCheck check) {
+std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path, const StoreFormat& format,
+                                                bool withIndex) {
   RequirePlainFilesBeside(path);
   auto connection = std::make_unique<SqliteConnection>(path);
-  RequireStoreHeader(*connection, path);
-  RequireLineTable(*connection, path);
-  RequireSound(*connection, path, check);
+  RequireStoreHeader(*connection, path, format);
+  RequireTable(*connection, path, format.Table);
+  RequireSound(*connection, path, format, withIndex);
   SetDurability(*connection);
   return connection;
 }
 
 // Made under another name: whoever is cut off in the midst of it leaves no store that cannot be opened.
-std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path) {
+std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path,
+                                                  const StoreFormat& format) {
   RequireRoomFor(path);
   RequirePlainFilesBeside(path);
   const std::string making = path + ".new";
   { const FileInTheMaking leftOver(making); }
   CreateEmptyFile(making);
   FileInTheMaking file(making);
-  FillNewStore(making);
+  FillNewStore(making, format);
   RenameDurably(making, path);
   file.Keep();
   auto connection = std::make_unique<SqliteConnection>(path);

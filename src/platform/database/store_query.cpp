@@ -5,21 +5,12 @@
 #include <limits>
 #include <utility>
 
-#include "platform/database/store_fields.h"
+#include "platform/database/refusals.h"
 #include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {
 namespace {
-
-const FieldDefinition& FieldNamed(const std::string& name) {
-  const int ordinal = LineFieldOrdinal(name);
-  if (ordinal < 0) {
-    throw Failure(failure_number::kTooFewParameters,
-                  "Too few parameters: the table has no field \"" + name + "\".");
-  }
-  return LineTable().Fields[static_cast<std::size_t>(ordinal)];
-}
 
 [[noreturn]] void RefuseComparison(const FieldDefinition& field) {
   throw Failure(failure_number::kFieldConversion,
@@ -47,21 +38,15 @@ void AppendNumber(std::string& sql, double number) {
   sql.append(digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr);
 }
 
-std::string QuotedText(const std::string& text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted.append(c == '\'' ? 2 : 1, c);
-  return quoted + "'";
-}
-
 class QuestionWriter {
  public:
-  QuestionWriter(const Query& query, const std::string& derived)
-      : query_(query), derived_(derived) {}
+  QuestionWriter(const TableDefinition& table, const Query& query) : table_(table), query_(query) {}
   StoreQuestion Write();
 
  private:
+  const FieldDefinition& FieldNamed(const std::string& name) const;
   void WriteAnswer();
-  void WriteSource();
+  void WriteColumn(const AnswerColumn& column);
   void WriteWhere();
   void WriteCondition(const Condition& condition);
   void WriteWholeDay(const FieldDefinition& field, double day);
@@ -70,21 +55,28 @@ class QuestionWriter {
   void WriteRowOrder();
   void WriteLast();
 
+  const TableDefinition& table_;
   const Query& query_;
-  const std::string& derived_;
   StoreQuestion question_;
   std::string& sql_ = question_.Sql;
 };
 
-StoreQuestion QuestionWriter::Write() {
-  if (!SameText(query_.Table, kLineTableName)) {
-    throw Failure(failure_number::kNoSuchTable, "There is no table \"" + query_.Table + "\".");
+const FieldDefinition& QuestionWriter::FieldNamed(const std::string& name) const {
+  const int ordinal = FieldOrdinal(table_, name);
+  if (ordinal < 0) {
+    throw Failure(failure_number::kTooFewParameters,
+                  "Too few parameters: the table has no field \"" + name + "\".");
   }
+  return table_.Fields[static_cast<std::size_t>(ordinal)];
+}
+
+StoreQuestion QuestionWriter::Write() {
+  if (!SameText(query_.Table, table_.Name)) RefuseUnknownTable(query_.Table);
   WriteAnswer();
-  WriteSource();
+  sql_ += " FROM " + table_.Name;
   WriteWhere();
   if (query_.Form == QueryForm::Rows) WriteRowOrder();
-  if (query_.Form == QueryForm::Last) WriteLast();
+  if (query_.Form == QueryForm::Aggregates && query_.Answer[0].What == Aggregate::Last) WriteLast();
   if (query_.Form == QueryForm::Distinct) {
     const bool descending = !query_.Order.empty() && query_.Order[0].Descending;
     sql_ += descending ? " ORDER BY 1 DESC" : " ORDER BY 1";
@@ -93,41 +85,31 @@ StoreQuestion QuestionWriter::Write() {
 }
 
 void QuestionWriter::WriteAnswer() {
-  sql_ = "SELECT ";
-  if (query_.Form == QueryForm::Rows) {
-    sql_ += "rowid";
-    return;
+  sql_ = query_.Form == QueryForm::Distinct ? "SELECT DISTINCT " : "SELECT ";
+  if (query_.Form == QueryForm::Rows) sql_ += "rowid";
+  const char* joint = "";
+  for (const AnswerColumn& column : query_.Answer) {
+    sql_ += std::exchange(joint, ", ");
+    WriteColumn(column);
   }
-  const FieldDefinition& field = FieldNamed(query_.Field);
-  question_.Answer = field.Type;
-  std::string& expression = question_.Expression;
-  switch (query_.Form) {
-    case QueryForm::Distinct:
-      expression = "DISTINCT " + field.Name;
-      break;
-    case QueryForm::Sum:
-      if (field.Type == FieldType::Text) RefuseComparison(field);
-      expression = "sum(" + field.Name + ")";
-      break;
-    case QueryForm::Max:
-      expression = "max(" + field.Name + ")";
-      break;
-    case QueryForm::Count:
-      expression = "count(" + field.Name + ")";
-      break;
-    default:
-      expression = field.Name;
-  }
-  sql_ += expression;
 }
 
-// Rows are known by their ids, which a derived row has none of.
-void QuestionWriter::WriteSource() {
-  const bool byRow = query_.Form == QueryForm::Rows || query_.Form == QueryForm::Last;
-  if (byRow || derived_.empty()) {
-    sql_ += " FROM OstrelPr";
-  } else {
-    sql_ += " FROM (SELECT * FROM OstrelPr UNION ALL " + derived_ + ")";
+void QuestionWriter::WriteColumn(const AnswerColumn& column) {
+  const FieldDefinition& field = FieldNamed(column.Field);
+  question_.Answer.push_back(column.What == Aggregate::Sum ? FieldType::Double : field.Type);
+  switch (column.What) {
+    case Aggregate::Sum:
+      if (field.Type == FieldType::Text) RefuseComparison(field);
+      sql_ += "sum(" + field.Name + ")";
+      break;
+    case Aggregate::Max:
+      sql_ += "max(" + field.Name + ")";
+      break;
+    case Aggregate::Count:
+      sql_ += "count(" + field.Name + ")";
+      break;
+    default:
+      sql_ += field.Name;
   }
 }
 
@@ -206,49 +188,10 @@ void QuestionWriter::WriteLast() {
   sql_ += inDay ? " ORDER BY +rowid DESC LIMIT 1" : " ORDER BY rowid DESC LIMIT 1";
 }
 
-bool IsPlainOrderOf(const Query& query, std::string_view field) {
-  return query.Order.size() == 1 && !query.Order[0].Descending &&
-         SameText(query.Order[0].Field, field);
-}
-
-bool IsNumberTest(const Condition& condition, std::string_view field) {
-  return condition.Test == Comparison::Equal && !condition.WholeDay &&
-         SameText(condition.Field, field) && condition.Operands[0].KindOf() == Value::Kind::Double;
-}
-
 }  // namespace
 
-StoreQuestion QuestionFor(const Query& query, const std::string& derived) {
-  return QuestionWriter(query, derived).Write();
-}
-
-std::string DerivedRowSql(const std::vector<Value>& values) {
-  std::string sql;
-  for (const Value& value : values) {
-    sql += sql.empty() ? '(' : ',';
-    if (value.IsNull()) {
-      sql += "NULL";
-    } else if (value.IsText()) {
-      sql += QuotedText(value.Characters());
-    } else {
-      AppendNumber(sql, value.NumberOrZero());
-    }
-  }
-  return sql + ")";
-}
-
-std::optional<DayOfEmployee> AsDayOfEmployee(const Query& query) {
-  const bool form = query.Form == QueryForm::Rows && SameText(query.Table, kLineTableName) &&
-                    query.Where.size() == 2 && IsPlainOrderOf(query, "ETIME");
-  if (!form) return {};
-  const Condition& day = query.Where[0];
-  const Condition& number = query.Where[1];
-  if (!day.WholeDay || !SameText(day.Field, "ETIME") || !IsNumberTest(number, "EMPL_NUMB"))
-    return {};
-  const double date = day.Operands[0].NumberOrZero();
-  const double employee = number.Operands[0].NumberOrZero();
-  if (date != std::floor(date) || std::abs(employee) > std::numeric_limits<float>::max()) return {};
-  return DayOfEmployee{date, static_cast<float>(employee)};
+StoreQuestion QuestionFor(const TableDefinition& table, const Query& query) {
+  return QuestionWriter(table, query).Write();
 }
 
 }  // namespace ostrel

@@ -6,6 +6,7 @@
 #include "platform/database/answer_recordset.h"
 #include "platform/database/dbf_file.h"
 #include "platform/database/dbf_write.h"
+#include "platform/database/refusals.h"
 #include "platform/database/table_query.h"
 #include "platform/database/table_recordset.h"
 #include "platform/files/files.h"
@@ -15,8 +16,8 @@
 
 namespace ostrel {
 
-TableFolder::TableFolder(std::string folder, bool readOnly)
-    : folder_(std::move(folder)), readOnly_(readOnly) {
+TableFolder::TableFolder(std::string folder, TableFolderUse use)
+    : folder_(std::move(folder)), use_(std::move(use)) {
   std::error_code unreadable;
   if (!std::filesystem::is_directory(PathFromUtf8(folder_), unreadable)) {
     throw Failure(failure_number::kPathNotFound, "Path not found: " + folder_ + ".");
@@ -35,28 +36,28 @@ std::shared_ptr<RecordsetBody> TableFolder::OpenRecordset(std::string_view text,
   DbfTable table = ReadDbf(PathOf(query.Table));
   if (query.Form == QueryForm::Table || query.Form == QueryForm::Rows) {
     auto rows = SelectRows(table, query);
-    return std::make_shared<TableRecordset>(std::move(table), std::move(rows));
+    return std::make_shared<TableRecordset>(std::move(table), std::move(rows), use_.KeyField);
   }
-  return std::make_shared<AnswerRecordset>(query.Answer, Answer(table, query));
+  return std::make_shared<AnswerRecordset>(ColumnNames(query), Answer(table, query));
 }
 
 void TableFolder::Execute(std::string_view sql) {
   const Action action = ReadAction(sql);
   const auto* const update = std::get_if<TableUpdate>(&action);
   if (update == nullptr) RefuseOperation("creating an index");
-  if (readOnly_) {
+  if (use_.Updates == TableUpdates::Refused) {
     throw Failure(failure_number::kNotUpdatable,
                   "Cannot update: the tables in " + folder_ + " were opened read-only.");
   }
   WriteNumbers(PathOf(update->Table), update->Assignments);
 }
 
-Database OpenTableFolder(const std::string& folder, bool, bool readOnly, std::string_view connect) {
-  if (FindText(connect, "FoxPro") != 0 && FindText(connect, "dBase") != 0) {
+Database OpenTableFolder(const std::string& folder, const TableFolderUse& use) {
+  if (FindText(use.Connect, "FoxPro") != 0 && FindText(use.Connect, "dBase") != 0) {
     throw Failure(failure_number::kExternalDriver,
-                  "Tables of the kind \"" + std::string(connect) + "\" are not read.");
+                  "Tables of the kind \"" + use.Connect + "\" are not read.");
   }
-  return Database(std::make_shared<TableFolder>(folder, readOnly));
+  return Database(std::make_shared<TableFolder>(folder, use));
 }
 
 }  // namespace ostrel

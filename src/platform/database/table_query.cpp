@@ -89,10 +89,12 @@ void SortRows(const DbfTable& table, const OrderTerm& term, std::vector<std::uin
   });
 }
 
-std::vector<Value> Distinct(const std::vector<Value>& values) {
+std::vector<std::vector<Value>> Distinct(const std::vector<Value>& values) {
   // A set beats sorting, since few of many values differ: 40 crews among 20,000 employees.
   const std::set<Value, Before> distinct(values.begin(), values.end());
-  return {distinct.begin(), distinct.end()};
+  std::vector<std::vector<Value>> rows;
+  for (const Value& value : distinct) rows.push_back({value});
+  return rows;
 }
 
 Value Sum(const std::vector<Value>& values, const std::string& field) {
@@ -114,6 +116,28 @@ Value Count(const std::vector<Value>& values) {
   return static_cast<std::int32_t>(static_cast<std::ptrdiff_t>(values.size()) - nulls);
 }
 
+std::vector<Value> ValuesOf(const DbfTable& table, const std::string& field,
+                            const std::vector<std::uint32_t>& rows) {
+  const std::size_t column = Column(table, field);
+  std::vector<Value> values;
+  values.reserve(rows.size());
+  for (const std::uint32_t row : rows) values.push_back(table.At(row, column));
+  return values;
+}
+
+Value AggregateOf(const AnswerColumn& column, const std::vector<Value>& values) {
+  switch (column.What) {
+    case Aggregate::Sum:
+      return Sum(values, column.Field);
+    case Aggregate::Max:
+      return Max(values);
+    case Aggregate::Count:
+      return Count(values);
+    default:
+      return values.empty() ? Value() : values.back();
+  }
+}
+
 }  // namespace
 
 std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query) {
@@ -123,24 +147,16 @@ std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query)
   return rows;
 }
 
-std::vector<Value> Answer(const DbfTable& table, const Query& query) {
-  const std::size_t column = Column(table, query.Field);
-  std::vector<Value> values;
+std::vector<std::vector<Value>> Answer(const DbfTable& table, const Query& query) {
   const std::vector<std::uint32_t> rows = RowsThatHold(table, query);
-  values.reserve(rows.size());
-  for (const std::uint32_t row : rows) values.push_back(table.At(row, column));
-  switch (query.Form) {
-    case QueryForm::Distinct:
-      return Distinct(values);
-    case QueryForm::Sum:
-      return {Sum(values, query.Field)};
-    case QueryForm::Max:
-      return {Max(values)};
-    case QueryForm::Count:
-      return {Count(values)};
-    default:
-      return {values.empty() ? Value() : values.back()};
+  if (query.Form == QueryForm::Distinct) {
+    return Distinct(ValuesOf(table, query.Answer[0].Field, rows));
   }
+  std::vector<Value> aggregates;
+  for (const AnswerColumn& column : query.Answer) {
+    aggregates.push_back(AggregateOf(column, ValuesOf(table, column.Field, rows)));
+  }
+  return {aggregates};
 }
 
 }  // namespace ostrel

@@ -19,9 +19,10 @@ namespace ostrel {
 ///           compared with a number or the other way round
 std::vector<std::uint32_t> SelectRows(const DbfTable& table, const Query& query);
 
-/// The one column of a Distinct or aggregate query. Distinct values come in ascending order; Last is
-/// the last row of the file that passes; Sum, Max and Last over no rows are one Null.
+/// The rows of the answer to a Distinct or aggregate query. Distinct values come in ascending order, a
+/// row each; aggregates are one row. Last is the last row of the file that passes; Sum, Max and Last
+/// over no rows are Null.
 ///   throws  as SelectRows; 3421 for the sum of a field that is no number
-std::vector<Value> Answer(const DbfTable& table, const Query& query);
+std::vector<std::vector<Value>> Answer(const DbfTable& table, const Query& query);
 
 }  // namespace ostrel

@@ -5,8 +5,8 @@
 #include <tuple>
 #include <utility>
 
-#include "platform/database/database_body.h"
 #include "platform/database/dbf_values.h"
+#include "platform/database/refusals.h"
 #include "platform/values/failure.h"
 #include "platform/values/text.h"
 
@@ -22,8 +22,9 @@ constexpr double kNullKey = -std::numeric_limits<double>::infinity();
 
 }  // namespace
 
-TableRecordset::TableRecordset(DbfTable table, std::vector<std::uint32_t> rows)
-    : table_(std::move(table)), rows_(std::move(rows)) {
+TableRecordset::TableRecordset(DbfTable table, std::vector<std::uint32_t> rows,
+                               std::string keyField)
+    : table_(std::move(table)), key_field_(std::move(keyField)), rows_(std::move(rows)) {
   MoveFirst();
 }
 
@@ -63,7 +64,7 @@ std::string TableRecordset::FieldName(int ordinal) const {
   return table_.Fields()[static_cast<std::size_t>(ordinal)].Name;
 }
 
-std::vector<Value> TableRecordset::RowAt(std::size_t position) const {
+std::vector<Value> TableRecordset::StoredRowAt(std::size_t position) const {
   const std::uint32_t row = rows_.at(position);
   std::vector<Value> values;
   values.reserve(table_.Fields().size());
@@ -113,8 +114,8 @@ void TableRecordset::Seek(std::string_view comparison, const Value& key) {
 }
 
 int TableRecordset::KeyField() const {
-  const int employee = table_.FieldIndex("EMPL_NUMB");
-  if (employee >= 0) return employee;
+  const int key = table_.FieldIndex(key_field_);
+  if (key >= 0) return key;
   const auto numeric =
       std::find_if(table_.Fields().begin(), table_.Fields().end(),
                    [](const DbfField& field) { return IsDbfNumericType(field.Type); });

@@ -14,8 +14,9 @@ namespace ostrel {
 
 class TableRecordset : public WalkedRecordset {
  public:
-  /// `rows`: the numbers of the rows to walk, in order.
-  TableRecordset(DbfTable table, std::vector<std::uint32_t> rows);
+  ///   rows      the numbers of the rows to walk, in order
+  ///   keyField  of the index, in a table that has the field
+  TableRecordset(DbfTable table, std::vector<std::uint32_t> rows, std::string keyField);
 
   // The rows are the office's and read-only: Failure 3027.
   void AddNew() override;
@@ -35,10 +36,10 @@ class TableRecordset : public WalkedRecordset {
   std::string FieldName(int ordinal) const override;
 
   std::size_t RowCount() const override { return rows_.size(); }
-  std::vector<Value> RowAt(std::size_t position) const override;
+  std::vector<Value> StoredRowAt(std::size_t position) const override;
 
-  /// The one index is "PrimaryIndex". Its key is the field EMPL_NUMB where there is one, else the
-  /// first numeric field, since the index files that come with a table are not read. A Null key
+  /// The one index is "PrimaryIndex". Its key is the key field where there is one, else the first
+  /// numeric field, since the index files that come with a table are not read. A Null key
   /// stands first, equal keys stand in file order.
   ///   throws  Failure 3265 for another name, or when the table has no numeric field
   void SetIndex(std::string_view name) override;
@@ -53,6 +54,7 @@ class TableRecordset : public WalkedRecordset {
   int KeyField() const;  ///< -1 when the table has no numeric field
 
   DbfTable table_;
+  std::string key_field_;
   std::vector<std::uint32_t> rows_;
   std::vector<double> keys_;  // of rows_, ascending, when an index is set
   bool isIndexed_ = false;

@@ -2,7 +2,7 @@
 
 #include <cassert>
 
-#include "platform/database/database.h"
+#include "platform/database/open_stores.h"
 
 namespace ostrel {
 

@@ -84,7 +84,7 @@ Desktop& TheDesktop();
 void SetDesktop(Desktop* desktop);
 
 // Short forms for the routines. Each makes durable what a running command has gathered before it
-// shows its box (Database::SettleShared), and throws that failure instead of showing it.
+// shows its box (SettleAllShared), and throws that failure instead of showing it.
 
 BoxAnswer MsgBox(const MessageBoxRequest& request);
 BoxAnswer MsgBox(const std::string& text, BoxButtons buttons = BoxButtons::Ok,

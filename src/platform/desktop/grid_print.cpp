@@ -104,7 +104,7 @@ void GridOnPaper::Draw() {
   const std::size_t count = rows_ ? rows_.RowCount() : 0;
   StartPage();
   for (std::size_t position = 0; position < count; ++position) {
-    const std::vector<Value> fields = rows_.RowAt(position);
+    const std::vector<Value> fields = rows_.StoredRowAt(position);
     // A line that another run has deleted meanwhile has no fields.
     if (!fields.empty()) DrawRow(fields);
   }

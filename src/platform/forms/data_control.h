@@ -14,9 +14,19 @@ class DataControl : public Control {
   Property<std::string> DatabaseName{*this};  ///< full path of the store
   Property<std::string> RecordSource{*this};  ///< the query
 
-  /// Opens the query afresh. When that fails the old recordset stays.
-  ///   throws  what OpenDatabase and OpenRecordset throw
+  /// How the store that DatabaseName names is opened, by its full path.
+  std::function<Database(const std::string& path)> OpenStore;
+
+  /// Opens the query afresh. When that fails the rows of this query stay, if it is the one that is open;
+  /// those of another are let go, so that nobody takes them for this one's.
+  ///   throws  what OpenStore and OpenRecordset throw; Failure 91 with no OpenStore
   void Refresh();
+
+  /// Whether Recordset has the rows of RecordSource, and not still those of the query before.
+  bool ShowsItsQuery() const { return Recordset && query_ == RecordSource.Get(); }
+
+  /// Lets go of store and rows.
+  void Close();
 
   /// Saves the edit under way, if there is one.
   void UpdateRecord();
@@ -29,8 +39,11 @@ class DataControl : public Control {
   std::function<void()> Reloaded;
 
  private:
+  void Open();
+
   Database database_;
-  std::string opened_;
+  std::string opened_;  // name of the store that is open
+  std::string query_;   // that Recordset has the rows of
 };
 
 }  // namespace ostrel

@@ -65,6 +65,7 @@ inline constexpr std::int32_t kNoSuchTable = 3078;
 inline constexpr std::int32_t kFieldTooSmall = 3163;  // a text longer than its field
 inline constexpr std::int32_t kDeletedRecord = 3167;
 inline constexpr std::int32_t kSaveLocked = 3186;
+inline constexpr std::int32_t kRecordChanged = 3197;  // by another program, since it was shown
 inline constexpr std::int32_t kUpdateLocked = 3218;
 inline constexpr std::int32_t kNotOffered =
     3251;  // a call that this kind of recordset has no use for
