@@ -68,7 +68,7 @@ void ButtonView::HandleKey(QKeyEvent& event) {
   int character = CharacterOf(event);
   if (!RaiseKeys(surface_.Shown, button_, KeyCodeOf(event), ShiftOf(event), character)) return;
   if (character == key::kEnter) {
-    button_.Press();
+    if (!event.isAutoRepeat()) button_.Press();
   } else {
     QPushButton::keyPressEvent(&event);
   }
