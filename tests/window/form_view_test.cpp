@@ -13,12 +13,12 @@
 #include <QTimer>
 #include <QToolTip>
 
-#include "frame/app_state.h"
 #include "frame/standard_rate.h"
 #include "platform/qt/grid_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
 #include "platform/values/failure.h"
+#include "scan_main/scan_main.h"
 #include "support/ask_sqlite.h"
 #include "support/no_waiting.h"
 #include "support/payroll.h"

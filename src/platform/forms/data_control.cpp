@@ -10,6 +10,7 @@ void DataControl::Design(std::string name, std::string text, Place place) {
   Reloaded = nullptr;
   database_ = {};
   opened_.clear();
+  shown_.clear();
 }
 
 void DataControl::Refresh() {
@@ -18,6 +19,7 @@ void DataControl::Refresh() {
     opened_ = DatabaseName;
   }
   Recordset = database_.OpenRecordset(RecordSource, RecordsetType::Dynaset);
+  shown_ = RecordSource;
   if (Reloaded) Reloaded();
 }
 

@@ -18,6 +18,9 @@ class DataControl : public Control {
   ///   throws  what OpenDatabase and OpenRecordset throw
   void Refresh();
 
+  /// Whether the rows are those of the query: not while a refresh for another query has failed.
+  bool UpToDate() const { return Recordset && shown_ == RecordSource.Get(); }
+
   /// Saves the edit under way, if there is one.
   void UpdateRecord();
 
@@ -31,6 +34,7 @@ class DataControl : public Control {
  private:
   Database database_;
   std::string opened_;
+  std::string shown_;  // the query of the rows
 };
 
 }  // namespace ostrel
