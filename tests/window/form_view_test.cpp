@@ -15,6 +15,7 @@
 
 #include "frame/standard_rate.h"
 #include "platform/qt/grid_view.h"
+#include "platform/qt/held_keys.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
 #include "platform/values/failure.h"
@@ -437,6 +438,29 @@ TEST_F(FormViewTest, WhatTheHandDidOnceHappensOnce) {
   Focus(cmdSave);
   Type("\r\r\r");  // pressed anew each time
   EXPECT_EQ(lblLineCt.Caption.Get(), "6 lines");
+}
+
+/// As an X server tells of a key that is held down.
+TEST_F(FormViewTest, AReleaseAndAPressOfOneMomentAreARepetition) {
+  Open();
+  Edge.Run([] { txtInput[kEmplBox].Text = "130"; });
+  Focus(cmdSave);
+  HeldKeys held;
+  Window->windowHandle()->installEventFilter(&held);
+  const auto send = [&](QEvent::Type type, quint64 when) {
+    QKeyEvent event(type, Qt::Key_Return, {}, 36, 0, 0, "\r");
+    event.setTimestamp(when);
+    QCoreApplication::sendEvent(Window->windowHandle(), &event);
+  };
+  send(QEvent::KeyPress, 1000);
+  for (const quint64 repeated : {1500, 1530, 1560}) {
+    send(QEvent::KeyRelease, repeated);
+    send(QEvent::KeyPress, repeated);
+  }
+  EXPECT_EQ(lblLineCt.Caption.Get(), "1 line");
+  send(QEvent::KeyRelease, 1590);
+  send(QEvent::KeyPress, 1700);
+  EXPECT_EQ(lblLineCt.Caption.Get(), "2 lines");
 }
 
 /// The report comes up inside the press and has the release.
