@@ -17,6 +17,7 @@ namespace ostrel {
 namespace {
 
 constexpr FailureTail statement{ScannerModule, "TDBGrid1_BeforeColUpdate"};
+// What the grid takes for true, all bits set.
 constexpr std::int16_t kTrue = -1;
 
 /// The line whose cell is edited.
@@ -75,6 +76,7 @@ void BringName(std::int16_t& Cancel) {
   });
   if (!sought) return;
   statement(5876, [&] { found = !PrmsRs.NoMatch(); });
+  // One blank stands for no name: the field of a line is never empty.
   statement(found ? 5878 : 5880, [&] {
     Line()["SORT_NAME"] = found ? PrmsRs["SORT_NAME"].Get() : Value(" ");
     named = true;
@@ -113,6 +115,8 @@ void TDBGrid1_BeforeColUpdate(int ColIndex, const Value& OldValue, std::int16_t&
   statement(5866, [&] { field = TDBGrid1.Columns(ColIndex).DataField; });
   if (SameText(field, "ETIME")) {
     JoinDateAndTime();
+    // The two columns show halves of one field. The grid would write the half that was typed over
+    // the whole moment, so it writes nothing and the moment is written here.
     Cancel = kTrue;
   } else if (!TakesText(ColIndex, field, OldValue)) {
     Cancel = kTrue;
@@ -130,6 +134,7 @@ void TDBGrid1_KeyPress(int& KeyAscii) {
   if (!TDBGrid1.CanEdit()) return;
   std::string field;
   keyStatement(5896, [&] { field = TDBGrid1.Columns(TDBGrid1.Col).DataField; });
+  // Behind the digits come the letters. Which one is pressed does not matter: a rate has none.
   if (!SameText(field, "RATE") || KeyAscii <= '9') return;
   if (Data1.Mode() == EditMode::None) keyStatement(5897, [] { Line().Edit(); });
   keyStatement(5898, [] { Line()["RATE"] = kStdRate; });
@@ -137,6 +142,7 @@ void TDBGrid1_KeyPress(int& KeyAscii) {
   keyStatement(5900, [] { Data1.UpdateRecord(); });
   keyStatement(5901, [] { Data1.Refresh(); });
   keyStatement(5902, [] { TDBGrid1.Refresh(); });
+  // With the focus gone, the letter itself goes nowhere.
   keyStatement(5903, [] { txtInput[kEmplBox].SetFocus(); });
 }
 

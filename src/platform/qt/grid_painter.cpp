@@ -143,6 +143,7 @@ bool GridPainter::PaintCell(const QRect& cell, const Column& column, const Value
   bool odd = false;
   QString text = ToQt(column.Display(value, &odd)).left(kLongestDrawn);
   const QRect place = cell.adjusted(padding_, 0, -padding_, 0);
+  // Squeezed a little before it is cut, since a name is known by its first letters.
   const double room = place.width() / kNarrowest;
   if (texts_.Of(text, painter_.font()).size().width() > room) {
     text = painter_.fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room));

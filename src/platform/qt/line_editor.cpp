@@ -53,6 +53,8 @@ void LineEditor::ReportChange() {
     line = LeftOf(line, most);
     caret = {std::min(caret.Start, Holds()), 0};
   }
+  // Pasted text may hold line breaks and control characters; what stands in the box is what will be
+  // stored, so they go at once.
   if (line != typed) ShowText(line, caret);
   if (full) SayFull();
   Report(std::move(line), caret);
@@ -69,6 +71,7 @@ void LineEditor::SayFull() {
 }
 
 void LineEditor::ShowText(const std::string& shown, Selection selection) {
+  // Each setter below tells of a change as if the operator had made it.
   following_ = true;
   const QString wanted = ToQt(shown);
   // Units of the toolkit, of which a character has two at most; one more shows that there is more.
