@@ -359,6 +359,33 @@ TEST_F(Reporting, GivesALockTenSeconds) {
   }
 }
 
+/// A failure that leaves a routine altogether.
+TEST_F(Reporting, AtTheEdgeRetriesWhatHasDoneNothingYet) {
+  const std::string report = "[!]*(Err#3260)*-> ";
+  const std::tuple<int, bool, std::string, int> cases[] = {
+      // users, whether a statement was done before; shown; runs until it is well
+      {2, false, "", 3},
+      {1, false, report + "Retry\n" + report + "Retry", 3},
+      {1, false, report + "Ignore", 1},
+      {2, true, report + "Retry", 1},
+      {1, true, report + "Ignore", 1}};
+  for (const auto& [users, done, shown, expected] : cases) {
+    SCOPED_TRACE(shown);
+    ResetFailureReporting();
+    UserCount = users;
+    int runs = 0;
+    Office.Desktop.Expect(shown, [&, writes = done] {
+      ScanMain.Raise([&] {
+        constexpr FailureTail statement{ScannerModule, "WriteValues"};
+        if (writes) statement(6520, [] {});
+        if (++runs < 3) throw Failure(failure_number::kLockedByUser, "Locked.");
+      });
+    });
+    EXPECT_EQ(runs, expected);
+  }
+  UserCount = 1;
+}
+
 TEST_F(Reporting, TurnsEveryFaultIntoAReportEvenWithoutALog) {
   fs::create_directory(Office.App("Errors.Log"));
   const std::pair<std::function<void()>, std::string> cases[] = {

@@ -30,7 +30,7 @@ void txtToday_GotFocus() { LightUp(txtToday); }
 
 void txtToday_LostFocus() {
   constexpr FailureTail statement{ScannerModule, "txtToday_LostFocus"};
-  txtToday.BackColor = kWhite;
+  if (ScanMain.ActiveControl() != &txtToday) txtToday.BackColor = kWhite;
   const std::string typed = txtToday.Text;
   if (IsDate(typed)) {
     const Moment day{DateValue(typed)};
@@ -50,6 +50,7 @@ void txtToday_KeyDown(int KeyCode, int /*Shift*/) {
     statement(6230, [] { txtInput[kEmplBox].SetFocus(); });
   } else if (txtToday.CaretAtStart()) {
     txtToday.Text = "";
+    txtToday.HalfTyped = true;
   }
 }
 

@@ -202,9 +202,13 @@ bool HasDayToWrite() {
     });
     return false;
   }
-  if (HasWorkDay()) return true;
-  SayNoDay(statement, 5010);
-  return false;
+  if (!HasWorkDay()) {
+    SayNoDay(statement, 5010);
+    return false;
+  }
+  // Rows of another day must not go out under the heading of this one.
+  if (!Data1.ShowsItsQuery()) statement(5014, [] { Data1.Refresh(); });
+  return Data1.ShowsItsQuery();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "frame/app_state.h"
 #include "platform/database/open_stores.h"
@@ -19,7 +20,8 @@ namespace ostrel {
 
 namespace detail {
 StatementProbe* TheProbe = nullptr;
-}
+std::uint64_t StatementsDone = 0;
+}  // namespace detail
 
 namespace {
 
@@ -113,6 +115,18 @@ class LogRecord {
  private:
   AppendFile file_;
   bool lost_ = false;
+};
+
+/// While it lives, so many users count: for one alone no failure is passed over in silence.
+class PatienceWithUsers {
+ public:
+  explicit PatienceWithUsers(std::int32_t users) : real_(std::exchange(UserCount, users)) {}
+  ~PatienceWithUsers() { UserCount = real_; }
+  PatienceWithUsers(const PatienceWithUsers&) = delete;
+  PatienceWithUsers& operator=(const PatienceWithUsers&) = delete;
+
+ private:
+  std::int32_t real_;
 };
 
 std::string RecordText(const std::string& message) {
@@ -215,16 +229,19 @@ bool FailureTail::WantsRetry(std::int32_t line, const std::exception& fault) con
   return Answer != 0;
 }
 
-bool ReportAtEdge(const std::exception& fault) {
+bool ReportAtEdge(const std::exception& fault, bool canRepeat) {
   const Failure failure = AsFailure(fault);
   std::int32_t ErrNum = failure.Number;
   std::string ErrMsg = failure.Text;
   std::int32_t ErrLine = 0;
   std::int16_t Answer = 0;
   SettleBeforeBox();
+  const PatienceWithUsers patience(canRepeat ? UserCount : 1);
   DisplayErrMessage(ErrNum, ErrMsg, ErrLine, "ScanMain", ScannerModule, Answer);
-  return Answer != 0;
+  return Answer != 0 && canRepeat;
 }
+
+std::uint64_t StatementsDone() { return detail::StatementsDone; }
 
 void ResetFailureReporting() {
   LastConflict = {};

@@ -40,8 +40,13 @@ void DisplayErrMessage(std::int32_t& ErrNum, std::string& ErrMsg, std::int32_t& 
                        std::int16_t& Answer);
 
 /// For a failure, or any other fault, that leaves an event routine altogether.
-///   returns  whether the operator wants the failed step to run again
-bool ReportAtEdge(const std::exception& fault);
+///   canRepeat  whether the routine can run again without doing anything twice; where it cannot,
+///              another user's lock is reported at once, since waiting for its end is of no use
+///   returns    whether the failed step is to run again
+bool ReportAtEdge(const std::exception& fault, bool canRepeat);
+
+/// How many statements of all full tails have run well so far.
+std::uint64_t StatementsDone();
 
 /// Forgets the site of the last lock conflict.
 void ResetFailureReporting();
@@ -68,6 +73,7 @@ void SetStatementProbe(StatementProbe* probe);
 
 namespace detail {
 extern StatementProbe* TheProbe;
+extern std::uint64_t StatementsDone;
 
 template <class Statement>
 void RunProbed(const StatementSite& site, Statement& statement) {
@@ -88,6 +94,7 @@ class FailureTail {
     for (;;) {
       try {
         detail::RunProbed({module_, routine_, line}, statement);
+        ++detail::StatementsDone;
         return;
       } catch (const std::exception& fault) {
         if (!WantsRetry(line, fault)) return;

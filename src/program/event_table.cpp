@@ -28,6 +28,7 @@ namespace {
 struct MenuCommand {
   MenuItem* Entry;
   void (*Click)();
+  bool ActsOnTyping = false;
 };
 
 const MenuCommand kMenuCommands[] = {
@@ -37,9 +38,9 @@ const MenuCommand kMenuCommands[] = {
     {&mnuEmplDailyRpt, mnuEmplDailyRpt_Click},
     {&mnuWriteImportFile, mnuWriteImportFile_Click},
     {&mnuExit, mnuExit_Click},
-    {&mnuCut, mnuCut_Click},
-    {&mnuCopy, mnuCopy_Click},
-    {&mnuPaste, mnuPaste_Click},
+    {&mnuCut, mnuCut_Click, true},
+    {&mnuCopy, mnuCopy_Click, true},
+    {&mnuPaste, mnuPaste_Click, true},
     {&mnuDeleteLine, mnuDeleteLine_Click},
     {&mnuClockInACrew, mnuClockInACrew_Click},
     {&mnuClockoutAllEmpls, mnuClockoutAllEmpls_Click},
@@ -55,7 +56,10 @@ const MenuCommand kMenuCommands[] = {
 };
 
 void TieMenus() {
-  for (const MenuCommand& command : kMenuCommands) command.Entry->Click = command.Click;
+  for (const MenuCommand& command : kMenuCommands) {
+    command.Entry->Click = command.Click;
+    command.Entry->ActsOnTyping = command.ActsOnTyping;
+  }
 }
 
 void TieControls() {
@@ -77,6 +81,7 @@ void TieControls() {
 
   txtToday.GotFocus = txtToday_GotFocus;
   txtToday.LostFocus = txtToday_LostFocus;
+  txtToday.TakeUp = txtToday_LostFocus;  // the commands read the day
   txtToday.KeyDown = txtToday_KeyDown;
   txtToday.KeyPress = txtToday_KeyPress;
   txtComments.GotFocus = txtComments_GotFocus;
@@ -88,7 +93,10 @@ void TieControls() {
   TDBGrid1.KeyPress = TDBGrid1_KeyPress;
   ScanMain.Load = Form_Load;
   ScanMain.QueryUnload = Form_QueryUnload;
-  ScanMain.OnFailure = ReportAtEdge;
+  ScanMain.OnFailure = [](const std::exception& fault, Form::Repeat repeat) {
+    return ReportAtEdge(fault, repeat == Form::Repeat::Possible);
+  };
+  ScanMain.StatementsDone = StatementsDone;
 }
 
 }  // namespace

@@ -23,6 +23,9 @@ std::string DayInHeader() {
 
 void mnuPrintLines_Click() {
   constexpr FailureTail statement{ScannerModule, "mnuPrintLines_Click"};
+  // Rows of another day must not come to paper under the heading of this one.
+  if (!Data1.ShowsItsQuery()) statement(3154, [] { Data1.Refresh(); });
+  if (!Data1.ShowsItsQuery()) return;
   TDBGrid1.PrintInfo.PageHeader =
       lblClient.Caption.Get() + DayInHeader() + "    " + txtComments.Text.Get();
   if (mnuUseTimeClock.Checked) {

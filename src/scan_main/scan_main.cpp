@@ -27,6 +27,7 @@ MenuItem mnuOptions, mnuUseTimeClock, mnuDefaultClockIn, mnuDefaultClockOut, mnu
 
 namespace {
 
+constexpr int kMostCommentCharacters = 254;  // what the settings file gives back of a value
 constexpr int kInnerWidth = 11910, kInnerHeight = 7725;  // twips
 
 struct ControlRow {
@@ -166,6 +167,7 @@ void DesignControls() {
   txtToday.Border = false;
   txtComments.Border = false;
   txtComments.Bold = true;
+  txtComments.Holds = kMostCommentCharacters;
   lblClient.Bold = true;
   lblMinWage.Align.Put(Alignment::Center);
   lblLineCt.Align.Put(Alignment::Right);

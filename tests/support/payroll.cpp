@@ -92,6 +92,7 @@ void Payroll::SetClock(const char* dateAndTime) { Desktop.SetTime(MomentFrom(dat
 void Payroll::Fill(TextBox& box, std::string_view text) {
   if (box.CanTakeFocus()) box.SetFocus();
   box.Text = std::string(text);
+  box.HalfTyped = true;
 }
 
 void Payroll::FillBoxes(const std::string& texts) {
@@ -105,7 +106,7 @@ void Payroll::FillBoxes(const std::string& texts) {
 
 void Payroll::Choose(MenuItem& item) {
   ASSERT_TRUE(item.Visible && item.Enabled) << item.Name;
-  ScanMain.Raise(item.Click);
+  ScanMain.Choose(item);
   Desktop.RunPosted();
 }
 

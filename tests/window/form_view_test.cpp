@@ -7,16 +7,21 @@
 #include <QDialog>
 #include <QInputMethodEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
+#include <QToolTip>
 
 #include "frame/standard_rate.h"
 #include "platform/qt/grid_view.h"
+#include "platform/qt/held_keys.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
 #include "platform/values/failure.h"
 #include "scan_main/scan_main.h"
+#include "support/ask_sqlite.h"
+#include "support/no_waiting.h"
 #include "support/payroll.h"
 #include "window/qt_application.h"
 
@@ -265,7 +270,7 @@ TEST_F(FormViewTest, EveryBoxTakesWhateverIsPasted) {
   Open();
   TextBox& box = txtInput[kEmplBox];
   const std::pair<std::string, std::string> cases[] = {
-      {std::string(1 << 20, 'x'), std::string(1 << 20, 'x')},
+      {std::string(1 << 20, 'x'), std::string(kMostTyped, 'x')},
       {std::string("a\0\t\r\nb", 6), "a    b"},
       {"😀😀", "😀😀"},
       {"של", "של"}};
@@ -275,7 +280,7 @@ TEST_F(FormViewTest, EveryBoxTakesWhateverIsPasted) {
     Desktop.SetClipboardText(pasted);
     Press("Ctrl+V");
     EXPECT_TRUE(box.Text == kept);
-    Type("9\b");
+    Type(kept.size() < kMostTyped ? "9\b" : "9");  // what is full takes no more
     EXPECT_TRUE(box.Text == kept);
     Window->grab();
   }
@@ -365,7 +370,7 @@ TEST_F(FormViewTest, GridShowsMovesAndSelects) {
 
 TEST_F(FormViewTest, CellsAreEditedInPlace) {
   OpenWithLines(3);
-  const std::string refused = "[!]*(Err#3421)*-> Ignore";
+  const std::string refused = "[!]*Bad number: *, ignoring*-> Ok";
   ClickCell(1, "Empl#");
   Type("77");
   EXPECT_TRUE(TDBGrid1.Editing);
@@ -387,8 +392,10 @@ TEST_F(FormViewTest, CellsAreEditedInPlace) {
   EXPECT_FALSE(TDBGrid1.Editing) << "the column is locked";
 
   ClickCell(0, "Pce Quan");
-  Desktop.Expect("[!]*(Err#438)*-> Ignore", [&] { Press("Ctrl+V"); });  // no cell is being edited
   Desktop.SetClipboardText("3\n4");
+  Press("Ctrl+V");
+  EXPECT_EQ(TDBGrid1.EditText, "3 4");
+  Type("\x1b");
   Press("F2 Ctrl+V");
   EXPECT_EQ(TDBGrid1.EditText, "103 4");
   Desktop.Expect(refused, [&] { Press("Alt+O"); });  // written before the focus goes
@@ -402,6 +409,169 @@ TEST_F(FormViewTest, CellsAreEditedInPlace) {
   EXPECT_EQ(Focused(), "txtInput(0)");
   EXPECT_EQ(Office.Fields("RATE"), "-9|6|-9");
   EXPECT_EQ(Data1.Recordset.Position(), 0);
+}
+
+/// The same key again, as a keyboard sends it that is held down.
+void Hold(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers held = {}) {
+  for (const bool repeated : {false, true, true}) {
+    const QString text = key == Qt::Key_Return ? "\r" : QString();
+    QKeyEvent event(QEvent::KeyPress, key, held, text, repeated);
+    QWidget* focused = QApplication::focusWidget();
+    QCoreApplication::sendEvent(focused != nullptr ? focused : &widget, &event);
+  }
+}
+
+TEST_F(FormViewTest, WhatTheHandDidOnceHappensOnce) {
+  Open();
+  Edge.Run([] { txtInput[kEmplBox].Text = "130"; });
+  Focus(cmdSave);
+  Hold(*Window, Qt::Key_Return);  // the repeated ones walk on to the button again
+  EXPECT_EQ(lblLineCt.Caption.Get(), "1 line");
+  EXPECT_EQ(Focused(), "cmdSave");
+  Hold(*Window, Qt::Key_S, Qt::AltModifier);
+  EXPECT_EQ(lblLineCt.Caption.Get(), "2 lines");
+  for (int line = 3; line <= 4; ++line) {
+    Click(cmdSave);
+    QTest::mouseDClick(&Window->WidgetOf(cmdSave), Qt::LeftButton, {}, {4, 4});
+    EXPECT_EQ(lblLineCt.Caption.Get(), std::to_string(line) + " lines");
+  }
+  Focus(cmdSave);
+  Type("\r\r\r");  // pressed anew each time
+  EXPECT_EQ(lblLineCt.Caption.Get(), "6 lines");
+}
+
+/// As an X server tells of a key that is held down.
+TEST_F(FormViewTest, AReleaseAndAPressOfOneMomentAreARepetition) {
+  Open();
+  Edge.Run([] { txtInput[kEmplBox].Text = "130"; });
+  Focus(cmdSave);
+  HeldKeys held;
+  Window->windowHandle()->installEventFilter(&held);
+  const auto send = [&](QEvent::Type type, quint64 when) {
+    QKeyEvent event(type, Qt::Key_Return, {}, 36, 0, 0, "\r");
+    event.setTimestamp(when);
+    QCoreApplication::sendEvent(Window->windowHandle(), &event);
+  };
+  send(QEvent::KeyPress, 1000);
+  for (const quint64 repeated : {1500, 1530, 1560}) {
+    send(QEvent::KeyRelease, repeated);
+    send(QEvent::KeyPress, repeated);
+  }
+  EXPECT_EQ(lblLineCt.Caption.Get(), "1 line");
+  send(QEvent::KeyRelease, 1590);
+  send(QEvent::KeyPress, 1700);
+  EXPECT_EQ(lblLineCt.Caption.Get(), "2 lines");
+}
+
+/// The report comes up inside the press and has the release.
+TEST_F(FormViewTest, AClickCountsAlthoughABoxTookItsRelease) {
+  Open();
+  Press("Ctrl+S");
+  Edge.Run([] { txtInput[kEmplBox].Text = "130"; });
+  Focus(txtInput[kTimeBox]);
+  Type("77");
+  const QWidget& save = Window->WidgetOf(cmdSave);
+  const QPoint at = save.mapTo(Window.get(), QPoint(8, 8));
+  const auto report = [&](int line, const std::function<void()>& meanwhile) {
+    txtInput[kTimeBox].LostFocus = [=, this] {
+      Desktop.WillAnswer(BoxAnswer::Ok, meanwhile);
+      MsgBox("Bad time " + std::to_string(line));
+    };
+  };
+  report(1, [&] { QTest::mouseRelease(Window->windowHandle(), Qt::LeftButton, {}, at); });
+  int clicks = 0;
+  cmdSave.Click = [&] { ++clicks; };
+  QTest::mousePress(Window->windowHandle(), Qt::LeftButton, {}, at);
+  EXPECT_EQ(clicks, 1);
+  Focus(txtInput[kTimeBox]);
+  report(2, {});
+  QTest::mouseClick(Window->windowHandle(), Qt::LeftButton, {}, at, 1000);
+  EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(FormViewTest, TheViewIsUsableBehindACommand) {
+  OpenWithLines(60);
+  ClickCell(2, "Rate");
+  Press("Ctrl+End");
+  Press("PgUp");
+  const int top = Lines().FirstRow();
+  const std::string cell = TDBGrid1.CellText(0);
+  const std::string written = "[!]*No employees clocked in*-> Ok\n[i]*60 lines*-> Ok";
+  Desktop.Expect(written, [&] { Press("Ctrl+W"); });
+  EXPECT_EQ(TDBGrid1.CellText(0), cell);
+  EXPECT_EQ(Lines().FirstRow(), top);
+  EXPECT_GT(top, 0);
+  ClickCell(1, "Rate");
+  const std::size_t row = static_cast<std::size_t>(Data1.Recordset.Position());
+  Desktop.Expect(written, [&] { Press("Ctrl+W"); });
+  Type("s");
+  EXPECT_EQ(TDBGrid1.Columns("Rate").Display(Data1.Recordset.RowAt(row)[11]), kStdRateWord);
+}
+
+TEST_F(FormViewTest, ASelectedRowIsNotTypedIntoAndTheFocusIsSeen) {
+  OpenWithLines(3);
+  const auto picture = [&] { return Lines().viewport()->grab().toImage(); };
+  ClickCell(1, "");
+  const QImage focused = picture();
+  Type("161\r");
+  EXPECT_EQ(Office.Fields("EMPL_NUMB"), "100|101|102");
+  EXPECT_EQ(picture(), focused);
+  Type("\x1b");
+  EXPECT_EQ(Focused(), "txtInput(0)");
+  EXPECT_NE(picture(), focused);
+  Type("<");
+  Focus(TDBGrid1);
+  EXPECT_EQ(picture(), focused);
+}
+
+TEST_F(FormViewTest, RowsStayOnTheScreenWhileTheStoreIsHeld) {
+  const NoWaiting fast;
+  OpenWithLines(60);
+  const auto picture = [&] { return Lines().viewport()->grab().toImage(); };
+  const QImage before = picture();
+  sqlite3* other = nullptr;
+  sqlite3_open(Office.App("Prin1234.mdb").c_str(), &other);
+  sqlite3_exec(other, "BEGIN EXCLUSIVE; UPDATE OstrelPr SET MEMO = 'THERE'", nullptr, nullptr,
+               nullptr);
+  EXPECT_EQ(picture(), before);
+  Lines().verticalScrollBar()->setValue(5);
+  Lines().verticalScrollBar()->setValue(0);
+  EXPECT_EQ(picture(), before);
+  sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr);
+  sqlite3_close(other);
+  EXPECT_NE(picture(), before);
+}
+
+TEST_F(FormViewTest, AnOddValueIsShownAsTextAndReportedOnce) {
+  OpenWithLines(2);
+  AskSqlite(Office.App("Prin1234.mdb"), "UPDATE OstrelPr SET ETIME = 3e6, RATE = 9e999");
+  Desktop.Expect("[!]*Line 1 of the store (Empl# 100) holds in ETIME*3000000.*(Err#6)*-> Ignore",
+                 [&] {
+                   Lines().viewport()->grab();
+                   Edge.Run({});
+                   Lines().viewport()->grab();
+                   Edge.Run({});
+                 });
+  ClickCell(1, "Rate");
+  EXPECT_EQ(CurrentCell(), "Inf");
+}
+
+TEST_F(FormViewTest, AFullBoxSaysSo) {
+  OpenWithLines(1);
+  Desktop.SetClipboardText(std::string(300, 'x'));
+  Focus(txtComments);
+  Press("Ctrl+V");
+  EXPECT_EQ(QToolTip::text(), "Full: no more than 254 characters");
+  QToolTip::hideText();
+  Press("Right");
+  Focus(txtComments);
+  Press("End");
+  Type("y");
+  EXPECT_EQ(txtComments.Text.Get(), std::string(248, 'x') + "Crew#2");
+  ClickCell(0, "I/O/Pce");
+  Type("OI");
+  EXPECT_EQ(TDBGrid1.EditText, "O");
+  EXPECT_EQ(QToolTip::text(), "Full: no more than 1 character");
 }
 
 /// With a larger system font, too, a box stands above its column and no text is cut.

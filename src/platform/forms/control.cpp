@@ -76,11 +76,15 @@ void KeyControl::Design(std::string name, std::string text, Place place) {
   Control::Design(std::move(name), std::move(text), place);
   KeyDown = nullptr;
   KeyPress = nullptr;
+  Full = nullptr;
 }
 
 void TextBox::Design(std::string name, std::string text, Place place) {
   KeyControl::Design(std::move(name), {}, place);
   Text.Put(std::move(text));
+  Holds = kMostTyped;
+  HalfTyped = false;
+  TakeUp = nullptr;
   Text.AfterChange = [this] {
     SelStart = 0;
     SelLength = 0;
@@ -97,14 +101,24 @@ std::string TextBox::SelText() const { return SelectedPart(Text, {SelStart, SelL
 
 void TextBox::SetSelText(const std::string& text) {
   Selection selection{SelStart, SelLength};
-  Text = ReplaceSelected(Text, selection, SingleLine(text));
+  const std::string part = FittingPart(Text, selection, text, static_cast<std::size_t>(Holds));
+  Text = ReplaceSelected(Text, selection, SingleLine(part));
   SelStart = selection.Start;
   SelLength = selection.Length;
+  HalfTyped = true;
+  if (part.size() < text.size() && Full) Full();
+}
+
+void TextBox::Settle() {
+  if (!HalfTyped) return;
+  HalfTyped = false;
+  RaiseOn(*this, TakeUp);
 }
 
 bool TextBox::CaretAtEnd() const { return SelStart >= static_cast<int>(LengthOf(Text)); }
 
 void TextBox::Typed(std::string text, int selStart, int selLength) {
+  if (text != Text.Get()) HalfTyped = true;
   Text.Put(std::move(text));
   SelStart.Put(selStart);
   SelLength.Put(selLength);
@@ -191,6 +205,7 @@ void MenuItem::Design(std::string name, std::string text, Place place) {
   Checked.Put(false);
   Shortcut.clear();
   Menu = nullptr;
+  ActsOnTyping = false;
   Click = nullptr;
 }
 

@@ -78,6 +78,12 @@ class Control {
 
   /// Called before the focus leaves the control: what is half typed is written now.
   virtual void FinishTyping() {}
+  /// Called before a command begins: what is half typed is settled as if the control had been left,
+  /// but the focus stays.
+  virtual void Settle() { FinishTyping(); }
+  /// Called before a command begins, for a control that shows a part of something larger.
+  ///   returns  what brings back, behind the command, the part that was on show; or nothing
+  virtual std::function<void()> KeepView() { return {}; }
 
   /// The selected text of a control that holds text; the clipboard commands' business.
   ///   throws  Failure 438 for a control that has none
@@ -112,7 +118,15 @@ class KeyControl : public Control {
   /// A key that makes a character (Enter 13, Esc 27 and Backspace 8 among them); `keyAscii` can be
   /// changed, 0 swallows the key. Beyond 126 it is the character's Unicode number.
   std::function<void(int& keyAscii)> KeyPress;
+
+  /// More was typed or pasted than the control holds, and the rest was left out; whoever draws the
+  /// form ties it and says so.
+  std::function<void()> Full;
 };
+
+/// What the operator can put into a text, in characters: far more than any field stores, and so
+/// little that a book pasted by mistake is no matter.
+inline constexpr int kMostTyped = 1000;
 
 class TextBox : public KeyControl {
  public:
@@ -126,10 +140,19 @@ class TextBox : public KeyControl {
   Property<Alignment> Align{*this, Alignment::Left};
   bool Border = true;
   bool Bold = false;
+  int Holds = kMostTyped;  ///< characters that typing and pasting can fill; code can set more
+
+  /// The operator has changed the text and not left the box since.
+  bool HalfTyped = false;
+  /// Tied to a box whose text others read as leaving the box leaves it; raised before a command
+  /// begins while the box is half typed.
+  std::function<void()> TakeUp;
+  void FinishTyping() override { HalfTyped = false; }  // LostFocus takes it up
+  void Settle() override;
 
   std::string SelText() const override;
-  /// Replaces the selection, or inserts at the caret; the caret ends up behind the new text. Line
-  /// breaks and control characters become blanks.
+  /// Replaces the selection, or inserts at the caret, with as much of `text` as the box holds; the
+  /// caret ends up behind it. Line breaks and control characters become blanks.
   void SetSelText(const std::string& text) override;
   bool CaretAtStart() const { return SelStart == 0; }
   bool CaretAtEnd() const;
@@ -197,14 +220,16 @@ class CheckBox : public Control {
   std::function<void()> Click;
 };
 
-/// A menu or one of its entries. The caption "-" is a separator; "&" marks the access key.
+/// A menu or one of its entries; Form::Choose gives its command. The caption "-" is a separator; "&"
+/// marks the access key.
 class MenuItem : public Control {
  public:
   void Design(std::string name, std::string text, Place place) override;
   Property<std::string> Caption{*this};
   Property<bool> Checked{*this};
-  std::string Shortcut;      ///< such as "Ctrl+M", or empty
-  MenuItem* Menu = nullptr;  ///< the menu that the entry belongs to; none for a menu itself
+  std::string Shortcut;       ///< such as "Ctrl+M", or empty
+  MenuItem* Menu = nullptr;   ///< the menu that the entry belongs to; none for a menu itself
+  bool ActsOnTyping = false;  ///< takes what is half typed as it stands, such as Copy
   std::function<void()> Click;
 };
 

@@ -21,6 +21,7 @@ void Form::Design(std::string caption, int width, int height) {
   Load = nullptr;
   QueryUnload = nullptr;
   OnFailure = nullptr;
+  StatementsDone = nullptr;
 }
 
 void Form::Add(Control& control, Control* container) {
@@ -37,6 +38,22 @@ void Form::AddMenu(MenuItem& item, MenuItem* menu) {
 
 void Form::Changed() {
   if (observer_ != nullptr) observer_->FormChanged();
+}
+
+void Form::SettleTyping() {
+  if (active_ != nullptr) active_->Settle();
+}
+
+void Form::Choose(const MenuItem& item) {
+  if (!item.Visible || !item.Enabled) return;
+  if (item.ActsOnTyping) return Raise(item.Click);
+  SettleTyping();
+  std::vector<std::function<void()>> views;
+  for (Control* control : controls_) views.push_back(control->KeepView());
+  Raise(item.Click);
+  for (const auto& bringBack : views) {
+    if (bringBack) bringBack();
+  }
 }
 
 void Form::ControlChanged(Control& control) {
@@ -56,7 +73,7 @@ void Form::Show() {
 void Form::Unload() {
   if (!Visible) return;
   // A cell that is half typed is a line half written; closing the window must not lose it.
-  if (active_ != nullptr) active_->FinishTyping();
+  SettleTyping();
   Raise(QueryUnload);
   Visible = false;
   if (observer_ != nullptr) observer_->Unloaded();
@@ -127,18 +144,23 @@ bool Form::Try(const std::function<void()>& step) {
       return true;
     } catch (const std::exception& fault) {
       if (!OnFailure) throw;
-      if (!OnFailure(fault)) return false;
+      if (!OnFailure(fault, Repeat::Possible)) return false;
     }
   }
 }
 
 void Form::Raise(const std::function<void()>& routine) {
   if (!routine) return;
-  try {
-    routine();
-  } catch (const std::exception& fault) {
-    if (!OnFailure) throw;
-    OnFailure(fault);
+  const auto done = [&] { return StatementsDone ? StatementsDone() : 0; };
+  for (;;) {
+    const std::uint64_t before = done();
+    try {
+      return routine();
+    } catch (const std::exception& fault) {
+      if (!OnFailure) throw;
+      const Repeat repeat = done() == before ? Repeat::Possible : Repeat::Impossible;
+      if (!OnFailure(fault, repeat) || repeat == Repeat::Impossible) return;
+    }
   }
 }
 

@@ -8,6 +8,7 @@
 // Every event is raised through Raise, the one edge at which a failure that leaves a routine is
 // caught and handed to OnFailure. ProgramEnded passes through.
 
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <string>
@@ -49,6 +50,13 @@ class Form : public ControlOwner {
   /// Tells the observer that caption, place or size have changed.
   void Changed();
 
+  /// The operator gives a menu command, by the mouse or by its shortcut. What is half typed is settled
+  /// first, unless the command acts on it, and the part of the rows on show stays where it was. Does
+  /// nothing for an entry that is hidden or disabled.
+  void Choose(const MenuItem& item);
+  /// What is half typed in the control with the focus is settled as if the control had been left.
+  void SettleTyping();
+
   /// Makes the form visible; the first control in tab order gets the focus if none has it.
   void Show();
   /// Raises QueryUnload, then goes. Does nothing on a form that has gone.
@@ -62,7 +70,8 @@ class Form : public ControlOwner {
   /// end; or back.
   void FocusNext(Direction direction);
 
-  /// Runs an event routine; a failure that leaves it goes to OnFailure.
+  /// Runs an event routine. A failure that leaves it goes to OnFailure; where that wants a retry the
+  /// routine runs again, but only if no statement of it is done yet, so that nothing is done twice.
   void Raise(const std::function<void()>& routine) override;
   /// Runs a step that can be run again, for as long as it fails and OnFailure wants that.
   ///   returns  whether the step has run well
@@ -74,8 +83,11 @@ class Form : public ControlOwner {
   void SetObserver(FormObserver* observer) { observer_ = observer; }
 
   std::function<void()> Load, QueryUnload;
-  /// Reports a failure or any other fault; true: the operator wants a retry.
-  std::function<bool(const std::exception&)> OnFailure;
+  enum class Repeat { Possible, Impossible };
+  /// Reports a failure or any other fault; true: what failed is to run again, if that is possible.
+  std::function<bool(const std::exception&, Repeat)> OnFailure;
+  /// How many statements the routines have carried out so far.
+  std::function<std::uint64_t()> StatementsDone;
 
  private:
   std::vector<Control*> TabOrder() const;

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <memory>
 
 #include "platform/values/failure.h"
 #include "platform/values/format.h"
+#include "platform/values/numbers.h"
 #include "platform/values/text.h"
 
 namespace ostrel {
@@ -23,12 +25,27 @@ Column::Column(Control& grid, const ColumnDesign& design)
       Visible(grid, true),
       FooterText(grid) {}
 
-std::string Column::Display(const Value& value) const {
+namespace {
+
+std::string PlainNumber(double number) {
+  if (std::isfinite(number)) return GeneralText(number);
+  if (std::isnan(number)) return "NaN";
+  return number < 0 ? "-Inf" : "Inf";
+}
+
+}  // namespace
+
+std::string Column::Display(const Value& value, bool* odd) const {
   if (value.IsNull()) return {};
   if (!TranslatedWord.empty() && !value.IsText() && value.NumberOrZero() == TranslatedNumber) {
     return TranslatedWord;
   }
-  return NumberFormat.Get().empty() ? value.ToText() : Format(value, NumberFormat);
+  try {
+    return NumberFormat.Get().empty() ? value.ToText() : Format(value, NumberFormat);
+  } catch (const Failure&) {
+    if (odd != nullptr) *odd = true;
+    return value.IsText() ? value.Characters() : PlainNumber(value.NumberOrZero());
+  }
 }
 
 void Grid::Design(std::string name, std::string text, Place place) {
@@ -39,12 +56,14 @@ void Grid::Design(std::string name, std::string text, Place place) {
   EditText.clear();
   SelStart.Put(0);
   SelLength.Put(0);
+  TopRow.Put(0);
   SelBookmarks.clear();
   PrintInfo = {};
   DataSource = nullptr;
   BeforeColUpdate = nullptr;
   Redraw = nullptr;
   RowsReplaced = nullptr;
+  holds_ = kMostTyped;
   committing_ = false;
 }
 
@@ -84,6 +103,26 @@ int Grid::ColumnLeft(int number) const {
     if (column.Visible) left += column.Width;
   }
   return left;
+}
+
+void Grid::RefuseOdd(std::size_t row, Bookmark mark, int column) const {
+  const Recordset& rows = DataSource->Recordset;
+  if (row >= rows.RowCount() || rows.BookmarkAt(row) != mark) return;
+  const std::vector<Value> fields = rows.RowAt(row);
+  const Column& odd = *columns_.at(static_cast<std::size_t>(column));
+  std::string line, shown;
+  bool isOdd = false;
+  for (int ordinal = 0; ordinal < static_cast<int>(fields.size()); ++ordinal) {
+    const Value& value = fields[static_cast<std::size_t>(ordinal)];
+    const std::string name = rows[ordinal].Name();
+    if (SameText(name, odd.DataField)) shown = odd.Display(value, &isOdd);
+    if (SameText(name, columns_.front()->DataField)) line = columns_.front()->Display(value);
+  }
+  if (!isOdd) return;
+  throw Failure(failure_number::kOverflow,
+                "Line " + std::to_string(mark) + " of the store (" + columns_.front()->Caption +
+                    " " + line + ") holds in " + odd.DataField +
+                    " what no program of ours has written: " + shown + ".");
 }
 
 void Grid::Bind(DataControl& source) {

@@ -46,8 +46,9 @@ class Column {
   double TranslatedNumber = 0;
   std::string TranslatedWord;
 
-  /// A value as the column shows it.
-  std::string Display(const Value& value) const;
+  /// A value as the column shows it. What has no such form (a moment beyond the calendar, a number
+  /// without an end) comes out as plain text, and *odd becomes true.
+  std::string Display(const Value& value, bool* odd = nullptr) const;
 };
 
 /// How the grid prints itself; lengths in twips.
@@ -84,6 +85,17 @@ class Grid : public KeyControl {
   std::string EditText;
   Property<int> SelStart{*this}, SelLength{*this};  ///< in the editor, characters
 
+  /// Number of the row in the topmost line; whoever draws the grid scrolls with it.
+  Property<int> TopRow{*this};
+  /// Current cell, selected rows and topmost row, for as long as the query is the same: rows that are
+  /// read anew are found again, and one that has gone gives way to its neighbour.
+  std::function<void()> KeepView() override;
+
+  /// Looks at a cell that showed an odd value (Column::Display). Does nothing where another row has
+  /// come to that place.
+  ///   throws  Failure 6, naming line and value, if it still holds one
+  void RefuseOdd(std::size_t row, Bookmark mark, int column) const;
+
   /// What column `number` of the current row shows, the edited text in the cell being edited.
   std::string CellText(int number) const;
 
@@ -94,8 +106,11 @@ class Grid : public KeyControl {
 
   // The cell's editor: one cell, the current one, holding EditText until it is written or given up.
 
-  /// Whether the operator can type in the current cell.
+  /// Whether the operator can type in the current cell: not in a locked column, and not in a row that
+  /// is selected, since the selection is about the row as a whole.
   bool CanEdit() const;
+  /// Characters that the cell being edited takes: as many as its field, where that is a text.
+  int Holds() const { return holds_; }
   /// Opens the editor with `text` in it; REQUIRES CanEdit().
   void BeginEdit(std::string text);
   /// The operator has typed: text and caret as they stand on the screen now. No event.
@@ -106,7 +121,8 @@ class Grid : public KeyControl {
   void CancelEdit();
   void FinishTyping() override { CommitEdit(); }
 
-  // Selected text of the editor; each throws Failure 438 while no cell is edited.
+  // Selected text of the editor; while no cell is edited, that of the current cell as a whole.
+  // Setting it opens the editor where the operator could. Failure 438 where there is no current cell.
   std::string SelText() const override;
   void SetSelText(const std::string& text) override;
 
@@ -125,12 +141,17 @@ class Grid : public KeyControl {
 
  private:
   void WriteCell();
+  void GiveUpEdit();
   Value CellValue(const std::string& text, const Value& old) const;
   bool HasRow() const;
+  bool HasCell() const { return HasRow() && Col >= 0 && Col < ColumnCount(); }
+  struct View;
+  void Show(const View& view);
 
   std::vector<std::unique_ptr<Column>> columns_;
   Bookmark editRow_ = 0;
   std::string textBefore_;  // what the cell showed when the editor opened
+  int holds_ = kMostTyped;
   bool committing_ = false;
 };
 

@@ -40,14 +40,18 @@ void Grid::ToggleSelected(std::size_t row) {
 }
 
 bool Grid::CanEdit() const {
-  return HasRow() && Col >= 0 && Col < ColumnCount() &&
-         !columns_[static_cast<std::size_t>(Col.Get())]->Locked;
+  if (!HasCell() || columns_[static_cast<std::size_t>(Col.Get())]->Locked) return false;
+  const Bookmark row = DataSource->Recordset.GetBookmark();
+  return std::find(SelBookmarks.begin(), SelBookmarks.end(), row) == SelBookmarks.end();
 }
 
 void Grid::BeginEdit(std::string text) {
   assert(CanEdit());
   textBefore_ = CellText(Col);
   editRow_ = DataSource->Recordset.GetBookmark();
+  const Field field =
+      DataSource->Recordset[columns_[static_cast<std::size_t>(Col.Get())]->DataField];
+  holds_ = field.Get().IsText() ? field.Size() : kMostTyped;
   committing_ = false;
   Editing = true;
   const int end = static_cast<int>(LengthOf(text));
@@ -97,27 +101,39 @@ void Grid::WriteCell() {
 
   std::int16_t cancel = 0;
   if (BeforeColUpdate) Owner->Raise([&] { BeforeColUpdate(Col, old, cancel); });
-  if (cancel != 0 || !Editing) return;
+  if (cancel != 0 || !Editing) return GiveUpEdit();
 
   const Value value = CellValue(EditText, old);
   const bool written = Owner->Try([&] {
     if (rows.Mode() == EditMode::None) rows.Edit();
   }) && Owner->Try([&] { rows[field] = value; }) &&
                        Owner->Try([&] { rows.Update(); });
-  if (!written && rows.Mode() != EditMode::None) rows.CancelUpdate();
+  if (!written) GiveUpEdit();
+}
+
+void Grid::GiveUpEdit() {
+  Recordset& rows = DataSource->Recordset;
+  if (rows.Mode() != EditMode::None) rows.CancelUpdate();
 }
 
 std::string Grid::SelText() const {
-  if (!Editing) return Control::SelText();
+  if (!Editing) return HasCell() ? CellText(Col) : Control::SelText();
   return SelectedPart(EditText, {SelStart, SelLength});
 }
 
 void Grid::SetSelText(const std::string& text) {
-  if (!Editing) return Control::SetSelText(text);
+  if (!HasCell()) return Control::SetSelText(text);
+  if (!Editing) {
+    if (!CanEdit()) return;
+    BeginEdit({});
+  }
   Selection selection{SelStart, SelLength};
-  std::string replaced = ReplaceSelected(EditText, selection, SingleLine(text));
+  const std::string part =
+      FittingPart(EditText, selection, text, static_cast<std::size_t>(Holds()));
+  std::string replaced = ReplaceSelected(EditText, selection, SingleLine(part));
   Typed(std::move(replaced), selection.Start, selection.Length);
   detail::TellChange(*this);
+  if (part.size() < text.size() && Full) Full();
 }
 
 }  // namespace ostrel

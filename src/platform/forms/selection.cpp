@@ -37,6 +37,12 @@ std::string ReplaceSelected(const std::string& text, Selection& selection, std::
   return cut.Before + std::string(part) + cut.Behind;
 }
 
+std::string FittingPart(const std::string& text, Selection selection, std::string_view part,
+                        std::size_t holds) {
+  const std::size_t kept = LengthOf(text) - LengthOf(SelectedPart(text, selection));
+  return LeftOf(part, holds > kept ? holds - kept : 0);
+}
+
 std::string SingleLine(std::string text) {
   for (char& c : text) {
     if (IsControl(c)) c = ' ';

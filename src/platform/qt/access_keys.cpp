@@ -1,6 +1,6 @@
 #include "platform/qt/access_keys.h"
 
-#include <cctype>
+#include "platform/values/text.h"
 
 namespace ostrel {
 
@@ -18,7 +18,7 @@ const std::string* CaptionOf(const Control& control) {
 char AccessLetter(const std::string& caption) {
   const std::size_t mark = caption.find('&');
   if (mark == std::string::npos || mark + 1 >= caption.size()) return '\0';
-  return static_cast<char>(std::toupper(static_cast<unsigned char>(caption[mark + 1])));
+  return UpperCase(caption.substr(mark + 1, 1))[0];
 }
 
 }  // namespace

@@ -15,10 +15,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 #include <vector>
 
+#include "platform/forms/control.h"
 #include "platform/forms/selection.h"
 #include "platform/qt/qt_text.h"
 
@@ -139,6 +139,25 @@ void TakeIconsOff(const QDialog& dialog) {
   }
 }
 
+/// A key that is still held down from before has not been pressed for the box: it answers nothing.
+class NoRepeatedAnswer : public QObject {
+ public:
+  explicit NoRepeatedAnswer(QDialog& dialog) : QObject(&dialog) {
+    dialog.installEventFilter(this);
+    for (QWidget* inside : dialog.findChildren<QWidget*>()) inside->installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const bool types = qobject_cast<QLineEdit*>(watched) != nullptr &&
+                       key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter &&
+                       key.key() != Qt::Key_Escape;
+    return key.isAutoRepeat() && !types;
+  }
+};
+
 /// A message box whose Esc and close box answer what the request allows, which may be nothing.
 class MessageBox : public QDialog {
  public:
@@ -169,6 +188,7 @@ class MessageBox : public QDialog {
     const int title = fontMetrics().horizontalAdvance(windowTitle()) + kTitleButtons;
     // A title that the window system cuts off would say half of what went wrong.
     setFixedSize(sizeHint().expandedTo({title, 0}));
+    new NoRepeatedAnswer(*this);  // the box owns it
   }
 
   /// The end of the program answers as the last button.
@@ -219,9 +239,8 @@ class InputDialog : public QDialog {
     auto* text = new QLabel(Lines(prompt));
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
-    // The toolkit cuts at 32,767 characters without a word; what is too long is the caller's to
-    // say.
-    answer_->setMaxLength(std::numeric_limits<int>::max());
+    answer_->setMaxLength(std::max(kMostTyped, static_cast<int>(answer_->text().size())));
+    connect(answer_, &QLineEdit::inputRejected, answer_, [] { QApplication::beep(); });
     answer_->setAccessibleName(ToQt(title));
     answer_->selectAll();
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -235,6 +254,7 @@ class InputDialog : public QDialog {
     setMinimumWidth(kInputWidth);
     TakeIconsOff(*this);
     answer_->setFocus();
+    new NoRepeatedAnswer(*this);  // the box owns it
   }
 
   std::string Ask() {

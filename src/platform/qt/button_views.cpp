@@ -67,7 +67,7 @@ void ButtonView::HandleKey(QKeyEvent& event) {
   if (!RaiseKeys(surface_.Shown, button_, KeyCodeOf(event), ShiftOf(event), character)) return;
   // The toolkit presses a button by the blank alone; the foreman's row goes on with Enter.
   if (character == key::kEnter) {
-    button_.Press();
+    if (!event.isAutoRepeat()) button_.Press();
   } else {
     QPushButton::keyPressEvent(&event);
   }

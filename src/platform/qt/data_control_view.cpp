@@ -79,7 +79,7 @@ DataControlView::DataControlView(DataControl& control, const Surface& surface, Q
     auto* button = new StepButton(step, this);
     connect(button, &QAbstractButton::clicked, this, [&control, &step, surface] {
       surface.Edge.Run([&] {
-        if (Control* active = surface.Shown.ActiveControl()) active->FinishTyping();
+        surface.Shown.SettleTyping();
         Recordset& rows = control.Recordset;
         if (rows && rows.RowCount() > 0) step.Move(rows);
       });

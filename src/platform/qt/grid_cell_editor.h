@@ -19,6 +19,7 @@ class GridCellEditor : public LineEditor {
   void Follow(const QRect& cell);
 
  protected:
+  int Holds() const override { return grid_.Holds(); }
   void Report(std::string text, Selection selection) override;
   bool UseKey(const QKeyEvent& event) override;
 

@@ -6,7 +6,6 @@
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/pixel_lines.h"
 #include "platform/qt/qt_text.h"
-#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {
@@ -28,25 +27,16 @@ bool IsNumber(const Value& value) {
   }
 }
 
-/// A line that cannot be read shows as an empty one. A failure here would be raised by every
-/// repaint, and the box that tells of it would cause the next.
-std::vector<Value> ReadRow(const Recordset& rows, std::size_t row) {
-  try {
-    return rows.RowAt(row);
-  } catch (const Failure&) {
-    return {};
-  }
-}
-
 }  // namespace
 
 GridPainter::GridPainter(QPainter& painter, Grid& grid, const GridGeometry& geometry,
-                         const QPalette& palette, LaidOutTexts& texts)
+                         const QPalette& palette, LaidOutTexts& texts, ShownRows& shown)
     : painter_(painter),
       grid_(grid),
       geometry_(geometry),
       palette_(palette),
       texts_(texts),
+      shown_(shown),
       padding_(std::max(2, geometry.RowHeight / 6)) {}
 
 void GridPainter::PaintButtonFace(const QRect& cell, const QColor& face) {
@@ -112,6 +102,8 @@ void GridPainter::PaintRows(std::size_t firstRow, const QRect& dirty, bool hasFo
   painter_.setClipRect(area);
   painter_.fillRect(area.intersected(dirty), palette_.color(QPalette::Base));
   const bool bound = grid_.DataSource != nullptr && grid_.DataSource->Recordset;
+  if (hasFocus && !(bound && CurrentCellInSight(firstRow)))
+    DrawFrame(painter_, area, palette_.color(QPalette::Highlight));
   if (!bound) return;
 
   FindFields();
@@ -123,13 +115,14 @@ void GridPainter::PaintRows(std::size_t firstRow, const QRect& dirty, bool hasFo
     if (row >= count || line.top() > area.bottom()) break;
     if (!line.intersects(dirty)) continue;
     const RowLook look = LookOf(row);
-    PaintRow(line, ReadRow(rows, row), look);
-    if (look.Current && hasFocus) FrameCurrentCell(line);
+    PaintRow(line, row, look);
+    if (look.Current && hasFocus) FrameCurrentCell(line, look);
   }
   painter_.setClipping(false);
 }
 
-void GridPainter::PaintRow(const QRect& line, const std::vector<Value>& values, RowLook look) {
+void GridPainter::PaintRow(const QRect& line, std::size_t row, RowLook look) {
+  const std::vector<Value>& values = shown_.Row(grid_.DataSource->Recordset, row);
   if (look.Selected) painter_.fillRect(line, palette_.color(QPalette::Highlight));
   const QColor ink = palette_.color(look.Selected ? QPalette::HighlightedText : QPalette::Text);
   for (std::size_t i = 0; i < geometry_.Columns.size(); ++i) {
@@ -139,14 +132,16 @@ void GridPainter::PaintRow(const QRect& line, const std::vector<Value>& values, 
     const int field = fields_[i];
     if (field < 0 || static_cast<std::size_t>(field) >= values.size()) continue;
     painter_.setPen(ink);
-    PaintCell(cell, grid_.Columns(span.Number), values[static_cast<std::size_t>(field)]);
+    const Value& value = values[static_cast<std::size_t>(field)];
+    if (!PaintCell(cell, grid_.Columns(span.Number), value) && !odd_) odd_ = {row, span.Number};
   }
   PaintRecordBox(line, look);
 }
 
-void GridPainter::PaintCell(const QRect& cell, const Column& column, const Value& value) {
-  if (value.IsNull()) return;
-  QString text = ToQt(column.Display(value)).left(kLongestDrawn);
+bool GridPainter::PaintCell(const QRect& cell, const Column& column, const Value& value) {
+  if (value.IsNull()) return true;
+  bool odd = false;
+  QString text = ToQt(column.Display(value, &odd)).left(kLongestDrawn);
   const QRect place = cell.adjusted(padding_, 0, -padding_, 0);
   // Squeezed a little before it is cut, since a name is known by its first letters.
   const double room = place.width() / kNarrowest;
@@ -156,6 +151,7 @@ void GridPainter::PaintCell(const QRect& cell, const Column& column, const Value
   const bool numberByKind = column.CellAlign == Alignment::General && IsNumber(value);
   const Alignment align = numberByKind ? Alignment::Right : column.CellAlign;
   DrawFitted(painter_, place, AlignmentFlags(align), texts_.Of(text, painter_.font()));
+  return !odd;
 }
 
 void GridPainter::PaintRecordBox(const QRect& line, RowLook look) {
@@ -174,12 +170,21 @@ void GridPainter::PaintRecordBox(const QRect& line, RowLook look) {
   painter_.restore();
 }
 
-void GridPainter::FrameCurrentCell(const QRect& line) {
+bool GridPainter::CurrentCellInSight(std::size_t firstRow) const {
+  const std::ptrdiff_t line =
+      grid_.DataSource->Recordset.Position() - static_cast<std::ptrdiff_t>(firstRow);
+  return line >= 0 && line <= geometry_.WholeRows() && geometry_.IndexOf(grid_.Col) >= 0;
+}
+
+/// On a selected row the frame has the colour of its texts, or it would not be seen.
+void GridPainter::FrameCurrentCell(const QRect& line, RowLook look) {
   const int index = geometry_.IndexOf(grid_.Col);
   if (index < 0) return;
   const QRect cell = geometry_.Cell(line, geometry_.Columns[static_cast<std::size_t>(index)]);
-  DrawFrame(painter_, cell, palette_.color(QPalette::Highlight));
-  DrawFrame(painter_, cell.adjusted(1, 1, -1, -1), palette_.color(QPalette::Highlight));
+  const QColor color =
+      palette_.color(look.Selected ? QPalette::HighlightedText : QPalette::Highlight);
+  DrawFrame(painter_, cell, color);
+  DrawFrame(painter_, cell.adjusted(1, 1, -1, -1), color);
 }
 
 }  // namespace ostrel

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/grid_painter.h"
 #include "platform/qt/key_codes.h"
@@ -19,6 +20,7 @@ namespace ostrel {
 namespace {
 constexpr int kBackspace = 8, kBlank = 32;
 constexpr int kScrollBarTwips = 240;
+constexpr int kLookAgainMs = 1000;
 constexpr int kOutOfSight = 100000;  // pixels
 
 /// As wide as the form's scale asks, since the toolkit knows but one width.
@@ -43,6 +45,9 @@ GridView::GridView(Grid& grid, const Surface& surface, QWidget* parent)
       grid, surface, [this](int rows) { MoveBy(rows, 0); }, viewport());
   surface.Input.Watch(*this, grid);
   surface.Input.Watch(*viewport(), grid);
+
+  storeIsBack_.setSingleShot(true);
+  connect(&storeIsBack_, &QTimer::timeout, viewport(), [this] { viewport()->update(); });
 
   grid.Redraw = [this] {
     FollowRows();
@@ -80,6 +85,11 @@ std::ptrdiff_t GridView::CurrentRow() const {
 }
 
 void GridView::Follow() {
+  const int top = grid_.TopRow;
+  if (top != FirstRow()) {
+    FollowRows();
+    verticalScrollBar()->setValue(top);
+  }
   FollowEditor();
   viewport()->update();
 }
@@ -136,14 +146,25 @@ void GridView::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void GridView::scrollContentsBy(int /*dx*/, int /*dy*/) {
+  grid_.TopRow.Put(FirstRow());
   FollowEditor();
+  viewport()->update();
+}
+
+void GridView::focusInEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusInEvent(event);
+  viewport()->update();
+}
+
+void GridView::focusOutEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusOutEvent(event);
   viewport()->update();
 }
 
 bool GridView::viewportEvent(QEvent* event) {
   switch (event->type()) {
     case QEvent::Paint:
-      Paint(static_cast<QPaintEvent*>(event)->rect());
+      PaintGuarded(static_cast<QPaintEvent*>(event)->rect());
       return true;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick: {
@@ -158,14 +179,35 @@ bool GridView::viewportEvent(QEvent* event) {
   }
 }
 
+/// No exception may cross the toolkit. What stops the painting is reported behind it.
+void GridView::PaintGuarded(const QRect& dirty) {
+  try {
+    Paint(dirty);
+  } catch (const std::exception&) {
+    if (std::exchange(reported_, true)) return;
+    surface_.Edge.Post([fault = std::current_exception()] { std::rethrow_exception(fault); });
+  }
+}
+
 void GridView::Paint(const QRect& dirty) {
+  shown_.Begin();
   QPainter painter(viewport());
   const GridGeometry geometry = Geometry();
-  GridPainter grid(painter, grid_, geometry, palette(), texts_);
+  GridPainter grid(painter, grid_, geometry, palette(), texts_, shown_);
   const bool hasFocus = surface_.Shown.ActiveControl() == &grid_;
   grid.PaintRows(static_cast<std::size_t>(FirstRow()), dirty, hasFocus);
   if (geometry.Heading().intersects(dirty)) grid.PaintHeading();
   if (geometry.Footer().intersects(dirty)) grid.PaintFooter();
+  if (shown_.Missed() && !storeIsBack_.isActive()) storeIsBack_.start(kLookAgainMs);
+  if (grid.Odd()) ReportOnce(*grid.Odd());
+}
+
+/// A value that the program itself would never have stored is support's business. The report comes
+/// behind the painting; its Retry looks again.
+void GridView::ReportOnce(const OddCell& odd) {
+  if (std::exchange(reported_, true)) return;
+  const Bookmark mark = grid_.DataSource->Recordset.BookmarkAt(odd.Row);
+  surface_.Edge.Post([this, odd, mark] { grid_.RefuseOdd(odd.Row, mark, odd.Column); });
 }
 
 void GridView::Press(QPoint at, bool twice) {

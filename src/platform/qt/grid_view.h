@@ -4,12 +4,15 @@
 // floating editor. Current row, current column, edited text and selection are the grid's own.
 
 #include <QAbstractScrollArea>
+#include <QTimer>
 
 #include "platform/forms/grid.h"
 #include "platform/qt/control_view.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/grid_cell_editor.h"
 #include "platform/qt/grid_geometry.h"
+#include "platform/qt/grid_painter.h"
+#include "platform/qt/shown_rows.h"
 
 namespace ostrel {
 
@@ -32,11 +35,15 @@ class GridView : public QAbstractScrollArea, public ControlView {
   void inputMethodEvent(QInputMethodEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   int RowCount() const;
   std::ptrdiff_t CurrentRow() const;
   void Paint(const QRect& dirty);
+  void PaintGuarded(const QRect& dirty);
+  void ReportOnce(const OddCell& odd);
   void FollowRows();
   void FollowEditor();
   void BringIntoView(std::ptrdiff_t row);
@@ -53,6 +60,9 @@ class GridView : public QAbstractScrollArea, public ControlView {
   Surface surface_;
   GridCellEditor* editor_;
   LaidOutTexts texts_;
+  ShownRows shown_;
+  QTimer storeIsBack_;            // while the store cannot be read
+  bool reported_ = false;         // what is wrong with a row; once a run is enough for support
   std::ptrdiff_t shownRow_ = -1;  // the current row as last drawn
 };
 

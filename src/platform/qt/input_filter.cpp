@@ -1,5 +1,8 @@
 #include "platform/qt/input_filter.h"
 
+#include <QAbstractButton>
+#include <QGuiApplication>
+#include <QMouseEvent>
 #include <QWidget>
 
 #include "platform/qt/access_keys.h"
@@ -35,7 +38,9 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyPress:
       return BeforeKey(*static_cast<QKeyEvent*>(event));
     case QEvent::MouseButtonPress:
-      return BeforeClick(*watched_.value(watched));
+      return BeforeClick(*watched, *static_cast<QMouseEvent*>(event));
+    case QEvent::MouseButtonDblClick:
+      return dynamic_cast<Button*>(watched_.value(watched)) != nullptr;
     default:
       return false;
   }
@@ -57,15 +62,29 @@ bool InputFilter::BeforeKey(const QKeyEvent& event) {
   }
   Control* owner = AccessKeyOwner(form_, event);
   if (owner == nullptr) return false;
-  edge_.Run([&] { owner->Press(); });
+  if (!event.isAutoRepeat()) edge_.Run([&] { owner->Press(); });
   return true;
 }
 
+namespace {
+
+bool IsDown(Qt::MouseButton button) { return QGuiApplication::mouseButtons().testFlag(button); }
+
+}  // namespace
+
 /// The first click into a text box only brings the focus, so that the caret stays where GotFocus has
-/// put it; later clicks move it.
-bool InputFilter::BeforeClick(Control& control) {
+/// put it; later clicks move it. A box that came up as the focus left the old control has had the
+/// mouse button's release, without which a button would not take the click.
+bool InputFilter::BeforeClick(QObject& watched, const QMouseEvent& event) {
+  Control& control = *watched_.value(&watched);
   if (form_.ActiveControl() == &control || !control.CanTakeFocus()) return false;
+  const bool wasDown = IsDown(event.button());
   edge_.Run([&] { form_.SetFocus(control); });
+  auto* button = qobject_cast<QAbstractButton*>(&watched);
+  if (button != nullptr && wasDown && !IsDown(event.button())) {
+    button->click();
+    return true;
+  }
   return dynamic_cast<TextBox*>(&control) != nullptr;
 }
 

@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <limits>
+#include <QToolTip>
+#include <algorithm>
 
 #include "platform/qt/key_codes.h"
 #include "platform/qt/key_hooks.h"
 #include "platform/qt/qt_text.h"
+#include "platform/values/text.h"
 
 namespace ostrel {
 
@@ -23,11 +25,10 @@ bool IsAltKey(const QKeyEvent& event) {
 
 LineEditor::LineEditor(KeyControl& control, const Surface& surface, QWidget* parent)
     : QLineEdit(parent), control_(control), surface_(surface) {
-  // The toolkit would cut at 32,767 characters; what is too long for a field is the store's to say.
-  setMaxLength(std::numeric_limits<int>::max());
   setFrame(false);
   setAcceptDrops(false);
   setFocusPolicy(Qt::NoFocus);  // the focus is the form's to give
+  control.Full = [this] { SayFull(); };
   connect(this, &QLineEdit::textChanged, this, [this] { ReportChange(); });
   connect(this, &QLineEdit::cursorPositionChanged, this, [this] { ReportChange(); });
   connect(this, &QLineEdit::selectionChanged, this, [this] { ReportChange(); });
@@ -45,17 +46,37 @@ void LineEditor::ReportChange() {
   if (following_) return;
   const std::string typed = FromQt(text());
   std::string line = SingleLine(typed);
-  const Selection caret = Caret();
+  Selection caret = Caret();
+  const auto most = static_cast<std::size_t>(Holds());
+  const bool full = line.size() > most && LengthOf(line) > most;
+  if (full) {
+    line = LeftOf(line, most);
+    caret = {std::min(caret.Start, Holds()), 0};
+  }
   // Pasted text may hold line breaks and control characters; what stands in the box is what will be
   // stored, so they go at once.
   if (line != typed) ShowText(line, caret);
+  if (full) SayFull();
   Report(std::move(line), caret);
+}
+
+/// A beep and a word beside the box, and nothing in the way of the next key.
+void LineEditor::SayFull() {
+  QApplication::beep();
+  QToolTip::showText(mapToGlobal(rect().bottomLeft()),
+                     QString("Full: no more than %1 %2")
+                         .arg(Holds())
+                         .arg(Holds() == 1 ? "character" : "characters"),
+                     this);
 }
 
 void LineEditor::ShowText(const std::string& shown, Selection selection) {
   // Each setter below tells of a change as if the operator had made it.
   following_ = true;
   const QString wanted = ToQt(shown);
+  // Units of the toolkit, of which a character has two at most; one more shows that there is more.
+  const int units = std::max(2 * Holds() + 1, static_cast<int>(wanted.size()));
+  if (maxLength() != units) setMaxLength(units);
   if (text() != wanted) setText(wanted);
   const Selection caret = Caret();
   if (caret.Start != selection.Start || caret.Length != selection.Length) {
@@ -98,6 +119,9 @@ void LineEditor::TypeCharacter(int character) {
   if (character == kBackspace) {
     backspace();
   } else if (character >= kBlank) {
+    const bool full =
+        !hasSelectedText() && CharactersIn(text(), static_cast<int>(text().size())) >= Holds();
+    if (full) return SayFull();
     const auto code = static_cast<char32_t>(character);
     insert(QString::fromUcs4(&code, 1));
   }

@@ -14,8 +14,11 @@ namespace ostrel {
 class LineEditor : public QLineEdit {
  public:
   LineEditor(KeyControl& control, const Surface& surface, QWidget* parent);
+  ~LineEditor() override { control_.Full = nullptr; }
 
  protected:
+  /// How many characters the operator can fill.
+  virtual int Holds() const = 0;
   /// The operator has changed text or caret.
   virtual void Report(std::string text, Selection selection) = 0;
   /// A key that the form has let through; true when it has found its use.
@@ -33,6 +36,7 @@ class LineEditor : public QLineEdit {
   void HandleKey(QKeyEvent& event);
   void TypeCharacter(int character);
   void ReportChange();
+  void SayFull();
   Selection Caret() const;
 
   KeyControl& control_;

@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-MenuView::MenuView(const Form& form, EventEdge& edge, QMenuBar& bar, const QFont& font) {
+MenuView::MenuView(Form& form, EventEdge& edge, QMenuBar& bar, const QFont& font) {
   bar.setFont(font);
   for (const MenuItem* item : form.Menus()) {
     if (item->Menu == nullptr) {
@@ -17,20 +17,22 @@ MenuView::MenuView(const Form& form, EventEdge& edge, QMenuBar& bar, const QFont
       QMenu* menu = actions_.value(item->Menu)->menu();
       QAction* action = menu->addAction(QString());
       actions_.insert(item, action);
-      Tie(*item, *action, edge);
+      Tie(form, *item, *action, edge);
     }
     Follow(*item);
   }
 }
 
-/// A shortcut belongs to the whole window, boxes and the grid's cell editor included.
-void MenuView::Tie(const MenuItem& item, QAction& action, EventEdge& edge) {
+/// A shortcut belongs to the whole window, boxes and the grid's cell editor included; held down, it
+/// gives its command once.
+void MenuView::Tie(Form& form, const MenuItem& item, QAction& action, EventEdge& edge) {
   action.setSeparator(item.Caption.Get() == "-");
   action.setShortcut(QKeySequence(ToQt(item.Shortcut)));
+  action.setAutoRepeat(false);
   action.setMenuRole(QAction::NoRole);
-  QObject::connect(&action, &QAction::triggered, &action, [this, &item, &edge] {
+  QObject::connect(&action, &QAction::triggered, &action, [this, &form, &item, &edge] {
     Follow(item);  // only the routine changes the check mark
-    edge.Run(item.Click);
+    edge.Run([&form, &item] { form.Choose(item); });
   });
 }
 

@@ -12,13 +12,13 @@ namespace ostrel {
 
 class MenuView {
  public:
-  MenuView(const Form& form, EventEdge& edge, QMenuBar& bar, const QFont& font);
+  MenuView(Form& form, EventEdge& edge, QMenuBar& bar, const QFont& font);
 
   /// Shows what the entry holds now: caption, check mark, visible, enabled.
   void Follow(const MenuItem& item);
 
  private:
-  void Tie(const MenuItem& item, QAction& action, EventEdge& edge);
+  void Tie(Form& form, const MenuItem& item, QAction& action, EventEdge& edge);
 
   QHash<const MenuItem*, QAction*> actions_;
 };

@@ -18,6 +18,7 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
 
 QtProgram::QtProgram(int& argc, char** argv) : application_(MakeApplication(argc, argv)) {
   SetDesktop(&desktop_);
+  if (QGuiApplication::platformName() == "xcb") application_->installEventFilter(&heldKeys_);
 }
 
 FormView& QtProgram::Open(Form& form) {

@@ -11,6 +11,7 @@
 
 #include "platform/qt/event_edge.h"
 #include "platform/qt/form_view.h"
+#include "platform/qt/held_keys.h"
 #include "platform/qt/qt_desktop.h"
 
 namespace ostrel {
@@ -37,6 +38,7 @@ class QtProgram {
 
  private:
   std::unique_ptr<QApplication> application_;  // before all that is drawn, after it in going
+  HeldKeys heldKeys_;
   EventEdge edge_;
   QtDesktop desktop_{edge_};
   std::optional<FormView> window_;

@@ -14,6 +14,7 @@ class TextBoxView : public LineEditor, public ControlView {
   void Follow() override;
 
  protected:
+  int Holds() const override { return box_.Holds; }
   void Report(std::string text, Selection selection) override;
   void paintEvent(QPaintEvent* event) override;
 

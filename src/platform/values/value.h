@@ -4,6 +4,7 @@
 // value knows its kind, because a single-precision number, a double and a date come out of the
 // same number differently on paper.
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -17,8 +18,9 @@ namespace ostrel {
 
 class Value {
  public:
-  Value() noexcept = default;  ///< Null
-  Value(bool value) noexcept : content_(value) {}
+  Value() noexcept = default;         ///< Null
+  template <std::same_as<bool> Bool>  // any pointer would turn into a plain bool
+  Value(Bool value) noexcept : content_(value) {}
   Value(std::int32_t value) noexcept : content_(value) {}
   Value(float value) noexcept : content_(value) {}
   Value(double value) noexcept : content_(value) {}
@@ -68,5 +70,7 @@ class Value {
 
   Content content_;
 };
+
+static_assert(!std::is_constructible_v<Value, const int*>);
 
 }  // namespace ostrel
