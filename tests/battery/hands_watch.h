@@ -1,0 +1,69 @@
+#pragma once
+
+// What must hold after each step of random hands, worked out from the raw lines of the file and from
+// what stands on the form, with nothing of the program's own arithmetic.
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "battery/hands_operator.h"
+#include "battery/raw_store.h"
+
+namespace ostrel {
+
+class Watch {
+ public:
+  explicit Watch(Operator& hands);
+
+  /// Behind every start of the program.
+  void Started();
+  void BeforeStep();
+  /// returns  what does not hold: "a word or two: the particulars", or ""
+  std::string AfterStep(const Step& step, bool running);
+  /// The same of a run that has ended, from what its last step has left.
+  const RawLines& LastLines() const { return lines_; }
+
+ private:
+  using Check = std::string (Watch::*)();
+
+  // The form as it stood before the step, as far as commands leave it alone.
+  struct View {
+    std::vector<Bookmark> Rows, Selected;
+    Bookmark Current = 0;
+    int Column = -1;
+    bool operator==(const View&) const = default;
+  };
+  static View ViewNow();
+  std::vector<Bookmark> Selection() const;
+  bool InSelection(const RawLine& line) const;
+
+  std::string OthersReadIt();
+  std::string NothingIsGathered();
+  std::string KillLosesNothing();
+  std::string OnlyNamedLinesChange();
+  std::string CheckNewLine(const RawLine& line);
+  std::string CheckCell(std::int64_t row, int field);
+  std::string EditsAreSettled();
+  std::string RowsAreThoseOfTheView();
+  std::string TotalsAreSums();
+  std::string QuantityBoxFits();
+  std::string ViewStays();
+  std::string NobodyReports();
+  void CheckImportFile(const std::string& message);
+
+  Operator& hands_;
+  std::unique_ptr<RawStore> store_;
+  RawLines before_, lines_, seen_;
+  View viewBefore_;
+  bool reloaded_ = false, meddled_ = false, dateHalfTyped_ = false;
+  int day_ = 0, employee_ = 0;  // the filter of the rows on show; 0 for all
+  bool byEmployee_ = false;
+  std::vector<Bookmark> rows_;  // on show since the view was opened anew
+  Step step_;
+  std::int64_t editRow_ = 0;
+  int editField_ = -1;
+  std::string editText_, importFault_;
+};
+
+}  // namespace ostrel
