@@ -175,15 +175,14 @@ void TypeComment(Operator& hands) {
 
 /// Makes a cell current and gives the grid the focus, as a click in it does.
 bool ClickCell(Operator& hands) {
-  const std::size_t rows = Data1.Recordset ? Data1.Recordset.RowCount() : 0;
-  if (rows == 0) return false;
   std::vector<int> columns;
   for (int column = 0; column < TDBGrid1.ColumnCount(); ++column) {
     if (TDBGrid1.Columns(column).Visible) columns.push_back(column);
   }
   TDBGrid1.Press();
-  if (ScanMain.ActiveControl() != &TDBGrid1) return false;
-  TDBGrid1.GoTo(hands.Below(std::min(rows, Data1.Recordset.RowCount())), hands.OneOf(columns));
+  if (ScanMain.ActiveControl() != &TDBGrid1 || !Data1.Recordset) return false;
+  if (Data1.Recordset.RowCount() == 0) return false;  // leaving another control has changed the view
+  TDBGrid1.GoTo(hands.Below(Data1.Recordset.RowCount()), hands.OneOf(columns));
   hands.Note("at row " + std::to_string(Data1.Recordset.Position()) + ", " +
              TDBGrid1.Columns(TDBGrid1.Col).Caption);
   return TDBGrid1.CanEdit();
@@ -199,7 +198,7 @@ void EditCell(Operator& hands) {
 }
 
 void Select(Operator& hands) {
-  if (!ClickCell(hands)) return;
+  if (!ClickCell(hands) || Data1.Recordset.RowCount() == 0) return;
   for (std::size_t more = 1 + hands.Below(2); more > 0; --more) {
     TDBGrid1.ToggleSelected(hands.Below(Data1.Recordset.RowCount()));
   }
@@ -447,7 +446,7 @@ void Operator::ClaimNew(const std::set<int>& employees, const char* types, std::
 void Operator::ClaimSave() {
   const bool timeClock = mnuUseTimeClock.Checked;
   ClaimNew({LeadingNumber(txtInput[kEmplBox].Text)}, timeClock ? "IOP" : "X", timeClock ? 2 : 1);
-  Named.TypedByClock = timeClock && mnuAutosetTime.Checked;
+  Named.TypedByClock = timeClock && mnuAutosetTime.Checked && !Named.NewEmployees.contains(0);
   Named.WithoutPieces = timeClock;
 }
 
@@ -458,7 +457,9 @@ void Operator::Choose(MenuItem& item) {
 }
 
 void Operator::Type(std::string_view keys) {
-  Note("keys '" + std::string(keys) + "'");
+  std::string shown;
+  for (const char c : keys) shown += c == '\r' ? "Enter" : c == '\t' ? "Tab" : c == '\x1b' ? "Esc" : c == '\b' ? "Back" : std::string(1, c);
+  Note("keys " + shown);
   for (const char c : keys) {
     if (c == '<' || c == '>') {
       Press(c == '<' ? key::kLeft : key::kRight);

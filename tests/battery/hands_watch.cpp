@@ -73,12 +73,16 @@ void Watch::Started() {
   const auto note = [this, bound = Data1.Reloaded] {
     if (bound) bound();
     reloaded_ = true;
-    day_ = hands_.Day();
+    // The same query again reads the lines anew, whatever the boxes hold by now.
+    if (query_ == Data1.RecordSource.Get()) return;
+    query_ = Data1.RecordSource;
+    filter_ = FilterNow();
     byEmployee_ = mnuEmplOrder.Checked;
-    employee_ = mnuDisplayCurrentEmpl.Checked ? std::atoi(txtInput[kEmplBox].Text.Get().c_str()) : 0;
   };
+  query_.clear();
   note();
   Data1.Reloaded = note;
+  hands_.Desktop.Pointer = MousePointer::Normal;
   rows_ = ViewNow().Rows;
 }
 
@@ -249,15 +253,20 @@ std::string Watch::EditsAreSettled() {
   return {};
 }
 
-bool Watch::InSelection(const RawLine& line) const {
-  if (day_ != 0 && (line.IsNull(kTimeField) || line.Day() != day_)) return false;
-  return employee_ <= 0 || line.Number(kEmplField) == employee_;
+Watch::Filter Watch::FilterNow() const {
+  const std::string& employee = txtInput[kEmplBox].Text;
+  return {hands_.Day(), mnuDisplayCurrentEmpl.Checked ? std::atoi(employee.c_str()) : 0};
+}
+
+bool Watch::Filter::Holds(const RawLine& line) const {
+  if (Day != 0 && (line.IsNull(kTimeField) || line.Day() != Day)) return false;
+  return Employee <= 0 || line.Number(kEmplField) == Employee;
 }
 
 std::vector<Bookmark> Watch::Selection() const {
   std::vector<Bookmark> rows;
   for (const auto& [row, line] : lines_) {
-    if (InSelection(line)) rows.push_back(row);
+    if (filter_.Holds(line)) rows.push_back(row);
   }
   std::sort(rows.begin(), rows.end(), [this](Bookmark a, Bookmark b) {
     // Null stands before all else.
@@ -283,10 +292,15 @@ std::string Watch::RowsAreThoseOfTheView() {
 
 std::string Watch::TotalsAreSums() {
   if (!reloaded_ || hands_.Harmed) return {};
+  // A filter by what is no number finds nothing.
+  const bool filters = mnuDisplayCurrentEmpl.Checked &&
+                       txtInput[kEmplBox].Text.Get().find_first_not_of(" 0123456789") != std::string::npos;
+  if (filters) return {};
+  const Filter filter = FilterNow();
   double quantity = 0, hours = 0, gross = 0;
   std::size_t count = 0;
   for (const auto& [row, line] : lines_) {
-    if (!InSelection(line)) continue;
+    if (!filter.Holds(line)) continue;
     count += line.IsNull(kEmplField) ? 0 : 1;
     quantity += line.Number(kQuantityField);
     hours += line.Number(kHoursField);
@@ -347,7 +361,7 @@ void Watch::CheckImportFile(const std::string& message) {
   static const char* const kWeekdays[] = {"Saturday",  "Sunday",   "Monday", "Tuesday",
                                           "Wednesday", "Thursday", "Friday"};
   std::vector<std::string> wanted = {"*1234, Sample Ranch",
-                                     "*" + txtToday.Text.Get() + ", " + kWeekdays[day_ % 7],
+                                     "*" + txtToday.Text.Get() + ", " + kWeekdays[filter_.Day % 7],
                                      "*" + txtComments.Text.Get()};
   std::vector<Bookmark> rows = ViewNow().Rows;
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
@@ -356,7 +370,7 @@ void Watch::CheckImportFile(const std::string& message) {
     if (!record.empty()) wanted.push_back(record);
   }
   for (std::string& line : wanted) line += "\r";
-  if (day_ == hands_.Day() && found == wanted) return;
+  if (filter_.Day == hands_.Day() && found == wanted) return;
   const auto [at, other] = std::mismatch(found.begin(), found.end(), wanted.begin(), wanted.end());
   importFault_ = "import: the file has " + (at == found.end() ? "no more" : *at) + " instead of " +
                  (other == wanted.end() ? "no more" : *other);

@@ -35,8 +35,13 @@ class Watch {
     bool operator==(const View&) const = default;
   };
   static View ViewNow();
+  /// Which lines the view is to show; 0 for all.
+  struct Filter {
+    int Day = 0, Employee = 0;
+    bool Holds(const RawLine& line) const;
+  };
+  Filter FilterNow() const;
   std::vector<Bookmark> Selection() const;
-  bool InSelection(const RawLine& line) const;
 
   std::string OthersReadIt();
   std::string NothingIsGathered();
@@ -57,8 +62,9 @@ class Watch {
   RawLines before_, lines_, seen_;
   View viewBefore_;
   bool reloaded_ = false, meddled_ = false, dateHalfTyped_ = false;
-  int day_ = 0, employee_ = 0;  // the filter of the rows on show; 0 for all
+  Filter filter_;  // of the rows on show
   bool byEmployee_ = false;
+  std::string query_;
   std::vector<Bookmark> rows_;  // on show since the view was opened anew
   Step step_;
   std::int64_t editRow_ = 0;
