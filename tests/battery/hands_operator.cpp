@@ -18,49 +18,19 @@ const std::map<int, std::set<int>> kCrews = {{1, {140}}, {2, {101, 125, 130}}};
 
 // ---- Harm
 
-/// Fails a few times from one statement on, before it or behind it.
-class LuckyProbe : public StatementProbe {
- public:
-  explicit LuckyProbe(Harm luck, bool& struck)
-      : luck_(luck), toCome_(luck_.Below(60)), times_(1 + luck_.Below(3)), struck_(struck) {
-    behind_ = luck_.Coin();
-    SetStatementProbe(this);
-  }
-  ~LuckyProbe() override { SetStatementProbe(nullptr); }
-  void Before(const StatementSite& site) override {
-    if (site_ == 0 && toCome_-- == 0) site_ = site.Line;
-    if (!behind_) FailAt(site);
-  }
-  void After(const StatementSite& site) override {
-    if (behind_) FailAt(site);
-  }
-
- private:
-  void FailAt(const StatementSite& site) {
-    if (site.Line != site_ || times_ == 0) return;
-    --times_;
-    struck_ = true;
-    throw Failure(3051, "Planted.");
-  }
-  Harm luck_;
-  std::size_t toCome_, times_;
-  bool behind_ = false;
-  std::int32_t site_ = 0;
-  bool& struck_;
-};
-
 /// Harm for the length of a step, or until some reports have come.
 class StepHarm {
  public:
-  StepHarm(const Step& step, const std::string& store, LuckyDesktop& desktop, bool& struck)
-      : desktop_(desktop) {
+  StepHarm(const Step& step, const std::string& store, LuckyDesktop& desktop, LuckyProbe& probe,
+           bool& struck)
+      : desktop_(desktop), probe_(probe) {
     Harm luck(step.Luck + 2);
     reports_ = luck.Below(6);
     desktop.OnReport = [this, &struck] {
       struck = true;
       if (reports_-- == 0) LetGo();
     };
-    if (step.Harm == Step::Kind::Statement) probe_ = std::make_unique<LuckyProbe>(luck, struck);
+    if (step.Harm == Step::Kind::Statement) probe.Arm(luck);
     if (step.Harm == Step::Kind::Lock) {
       static const char* const kStages[] = {"BEGIN; SELECT count(*) FROM OstrelPr",
                                             "BEGIN IMMEDIATE", "BEGIN EXCLUSIVE"};
@@ -75,6 +45,7 @@ class StepHarm {
   }
   ~StepHarm() {
     LetGo();
+    probe_.Disarm();
     desktop_.OnReport = {};
   }
   StepHarm(const StepHarm&) = delete;
@@ -87,7 +58,7 @@ class StepHarm {
   }
   LuckyDesktop& desktop_;
   std::size_t reports_ = 0;
-  std::unique_ptr<LuckyProbe> probe_;
+  LuckyProbe& probe_;
   std::unique_ptr<RawStore> lock_;
   std::unique_ptr<FullDisk> full_;
 };
@@ -121,9 +92,9 @@ std::string TextFor(Operator& hands, int field) {
 }
 
 int FieldOfBox(int box) {
-  static const int kFields[] = {kEmplField,       kQuantityField,  kTimeField,
-                                kQuanDescField,   kRateField,      kEnterpriseField,
-                                kOperationField,  kEquipField,     kMemoField};
+  static const int kFields[] = {kEmplField,      kQuantityField, kTimeField,
+                                kQuanDescField,  kRateField,     kEnterpriseField,
+                                kOperationField, kEquipField,    kMemoField};
   return kFields[box];
 }
 
@@ -154,7 +125,9 @@ void TypeInBox(Operator& hands) {
 
 void SomeKeys(Operator& hands) {
   for (std::size_t keys = 1 + hands.Below(4); keys > 0; --keys) {
-    static const std::string kKeys = "\r\r\t<>\x1b\b" "s1x 8";
+    static const std::string kKeys =
+        "\r\r\t<>\x1b\b"
+        "s1x 8";
     hands.Type(kKeys.substr(hands.Below(kKeys.size()), 1));
   }
 }
@@ -163,7 +136,8 @@ void PressOption(Operator& hands) { Option1[hands.Below(kEventKindCount)].Press(
 
 void TypeDate(Operator& hands) {
   txtToday.SetFocus();
-  hands.Type(hands.OneOf<std::string>({"11/18/04", "11/17/04", "11/17", "11/19/04", "abc", "11/1"}));
+  hands.Type(
+      hands.OneOf<std::string>({"11/18/04", "11/17/04", "11/17", "11/19/04", "abc", "11/1"}));
   if (hands.Below(3) > 0) hands.Type("\r");
 }
 
@@ -181,7 +155,8 @@ bool ClickCell(Operator& hands) {
   }
   TDBGrid1.Press();
   if (ScanMain.ActiveControl() != &TDBGrid1 || !Data1.Recordset) return false;
-  if (Data1.Recordset.RowCount() == 0) return false;  // leaving another control has changed the view
+  if (Data1.Recordset.RowCount() == 0)
+    return false;  // leaving another control has changed the view
   TDBGrid1.GoTo(hands.Below(Data1.Recordset.RowCount()), hands.OneOf(columns));
   hands.Note("at row " + std::to_string(Data1.Recordset.Position()) + ", " +
              TDBGrid1.Columns(TDBGrid1.Col).Caption);
@@ -192,7 +167,8 @@ bool ClickCell(Operator& hands) {
 void EditCell(Operator& hands) {
   if (!ClickCell(hands)) return;
   const bool isDate = TDBGrid1.Columns(TDBGrid1.Col).Caption == "Date";
-  const std::string text = TextFor(hands, isDate ? kStopField : Operator::FieldInGrid(TDBGrid1.Col));
+  const std::string text =
+      TextFor(hands, isDate ? kStopField : Operator::FieldInGrid(TDBGrid1.Col));
   hands.Type(text.empty() ? "\b" : text);
   if (hands.Below(3) > 0) hands.Type("\r");
 }
@@ -220,7 +196,8 @@ void ClockInACrew(Operator& hands) {
 std::set<int> ClockedIn(const Operator& hands) {
   std::set<int> employees;
   for (const auto& [id, line] : hands.Lines()) {
-    if (line.Day() == hands.Day() && line.Text(kTypeField) == "I") employees.insert(line.Employee());
+    if (line.Day() == hands.Day() && line.Text(kTypeField) == "I")
+      employees.insert(line.Employee());
   }
   return employees;
 }
@@ -322,7 +299,8 @@ int LeadingNumber(const std::string& text) {
 Hand DrawHand(unsigned seed, std::size_t steps) {
   std::mt19937 random(seed);
   std::vector<std::size_t> urn;
-  for (std::size_t act = 0; act < std::size(kActs); ++act) urn.insert(urn.end(), kActs[act].Weight, act);
+  for (std::size_t act = 0; act < std::size(kActs); ++act)
+    urn.insert(urn.end(), kActs[act].Weight, act);
   Hand hand(steps);
   for (Step& step : hand) {
     step.Act = urn[random() % urn.size()];
@@ -376,16 +354,42 @@ std::string LuckyDesktop::ShowInputBox(const std::string& prompt, const std::str
   return LastTyped;
 }
 
+// ---- Statements
+
+void LuckyProbe::Arm(Harm& luck) {
+  toCome_ = luck.Below(60);
+  times_ = 1 + luck.Below(3);
+  behind_ = luck.Coin();
+  site_ = 0;
+}
+
+void LuckyProbe::Before(const StatementSite& site) {
+  if (OnReach) OnReach(site);
+  if (times_ > 0 && site_ == 0 && toCome_-- == 0) site_ = site.Line;
+  if (!behind_) FailAt(site);
+}
+
+void LuckyProbe::After(const StatementSite& site) {
+  if (OnDone) OnDone(site);
+  if (behind_) FailAt(site);
+}
+
+void LuckyProbe::FailAt(const StatementSite& site) {
+  if (times_ == 0 || site.Line != site_) return;
+  --times_;
+  struck_ = true;
+  throw Failure(3051, "Planted.");
+}
+
 // ---- The operator
 
 int Operator::FieldInGrid(int column) {
-  static const int kFields[] = {kEmplField,  kQuantityField,  kHoursField,     kNameField,
-                                kTimeField,  kTimeField,      kTypeField,      kQuanDescField,
-                                kRateField,  kGrossField,     kHourGrossField, kEnterpriseField,
-                                kOperationField, kEquipField, kMemoField};
+  static const int kFields[] = {kEmplField,      kQuantityField, kHoursField,     kNameField,
+                                kTimeField,      kTimeField,     kTypeField,      kQuanDescField,
+                                kRateField,      kGrossField,    kHourGrossField, kEnterpriseField,
+                                kOperationField, kEquipField,    kMemoField};
   return kFields[column];
 }
-
 
 Operator::Operator() { Laptop.WriteIni("UseTimeClock=True\r\nAutosetTime=True\r\n"); }
 
@@ -410,7 +414,7 @@ bool Operator::Carry(const Step& step) {
     const bool restart = kActs[step.Act].Run == OpenAgain;
     Step mild = step;
     if (restart) mild.Harm = Step::Kind::None;
-    const StepHarm harm(mild, Laptop.App("Prin1234.mdb"), Desktop, Harmed);
+    const StepHarm harm(mild, Laptop.App("Prin1234.mdb"), Desktop, Probe, Harmed);
     ScanMain.Raise([&] { kActs[step.Act].Run(*this); });
     Laptop.Desktop.RunPosted();
   } catch (const ProgramEnded&) {
@@ -426,11 +430,10 @@ int Operator::Day() const {
   return 38309 + (month - 11) * 30 + day - 18;  // hands type days of November alone
 }
 
-int Operator::DayOfNewLine() const {
-  return Day() != 0 ? Day() : static_cast<int>(Now().Days);
-}
+int Operator::DayOfNewLine() const { return Day() != 0 ? Day() : static_cast<int>(Now().Days); }
 
 void Operator::ClaimCell() {
+  if (Data1.Recordset.Position() < 0 || TDBGrid1.Col < 0) return;
   auto& cells = Named.Cells[Data1.Recordset.GetBookmark()];
   cells.insert(FieldInGrid(TDBGrid1.Col));
   if (TDBGrid1.Col == 0) cells.insert(kNameField);
@@ -458,7 +461,12 @@ void Operator::Choose(MenuItem& item) {
 
 void Operator::Type(std::string_view keys) {
   std::string shown;
-  for (const char c : keys) shown += c == '\r' ? "Enter" : c == '\t' ? "Tab" : c == '\x1b' ? "Esc" : c == '\b' ? "Back" : std::string(1, c);
+  for (const char c : keys)
+    shown += c == '\r'     ? "Enter"
+             : c == '\t'   ? "Tab"
+             : c == '\x1b' ? "Esc"
+             : c == '\b'   ? "Back"
+                           : std::string(1, c);
   Note("keys " + shown);
   for (const char c : keys) {
     if (c == '<' || c == '>') {
@@ -485,9 +493,7 @@ void Operator::Press(int keyCode, int character) {
   const auto hasFocus = [&] { return ScanMain.ActiveControl() == control; };
   if (control->KeyDown) ScanMain.Raise([&] { control->KeyDown(keyCode, 0); });
   if (!hasFocus() || character == 0) return;
-  if (control == &TDBGrid1 && Data1.Recordset.Position() >= 0 && TDBGrid1.Col >= 0) {
-    ClaimCell();
-  }
+  if (control == &TDBGrid1) ClaimCell();
   if (control->KeyPress) ScanMain.Raise([&] { control->KeyPress(character); });
   if (character == 0 || !hasFocus()) return;
   if (box != nullptr) PressInBox(*box, keyCode, character);

@@ -14,6 +14,7 @@
 
 #include "battery/battery.h"
 #include "battery/raw_store.h"
+#include "frame/failure_reporting.h"
 #include "support/no_waiting.h"
 #include "support/payroll.h"
 
@@ -68,6 +69,26 @@ class LuckyDesktop : public ScriptedDesktop {
   int retries_ = 0;
 };
 
+/// Fails some statements: a few times from one on, before it or behind it.
+class LuckyProbe : public StatementProbe {
+ public:
+  explicit LuckyProbe(bool& struck) : struck_(struck) { SetStatementProbe(this); }
+  ~LuckyProbe() override { SetStatementProbe(nullptr); }
+  void Arm(Harm& luck);
+  void Disarm() { times_ = 0; }
+  void Before(const StatementSite& site) override;
+  void After(const StatementSite& site) override;
+
+  std::function<void(const StatementSite&)> OnReach, OnDone;  ///< for what is planted
+
+ private:
+  void FailAt(const StatementSite& site);
+  std::size_t toCome_ = 0, times_ = 0;
+  bool behind_ = false;
+  std::int32_t site_ = 0;
+  bool& struck_;
+};
+
 class Operator {
  public:
   Operator();
@@ -107,7 +128,8 @@ class Operator {
   Claim Named;
   bool Commanded = false;  ///< the step gave a command that settles what is half typed
   bool Harmed = false;     ///< a planted harm has struck in this step
-  bool Meddled = false;    ///< another program has changed lines in this step
+  LuckyProbe Probe{Harmed};
+  bool Meddled = false;  ///< another program has changed lines in this step
 
  private:
   void PressInBox(TextBox& box, int keyCode, int character);

@@ -36,6 +36,11 @@ std::string Digits(const char* pattern, double number) {
   return text;
 }
 
+/// What an employee can be looked for by.
+bool IsNumber(const std::string& text) {
+  return text.find_first_not_of(" 0123456789") == std::string::npos;
+}
+
 /// A field of a line as the office reads it from the import file.
 std::string Exported(const RawLine& line, int field) {
   if (line.IsNull(field)) return "#NULL#";
@@ -48,14 +53,15 @@ std::string Exported(const RawLine& line, int field) {
 /// "" for a line that is none of the office's business.
 std::string RecordOf(const RawLine& line, bool timeClock) {
   const bool pieces = timeClock ? line.Text(kTypeField) == "P" : line.Number(kQuantityField) != 0;
-  const bool hours = timeClock ? line.Text(kTypeField) == "I" && line.Number(kHoursField) != 0
-                               : !pieces;
+  const bool hours =
+      timeClock ? line.Text(kTypeField) == "I" && line.Number(kHoursField) != 0 : !pieces;
   if (!pieces && !hours) return {};
   const bool rated = !line.IsNull(kRateField) && line.Number(kRateField) != -9;
   const auto out = [&](int field) { return Exported(line, field) + ","; };
-  return out(kEmplField) + (pieces ? out(kQuantityField) + out(kRateField) + out(kQuanDescField)
-                                   : out(kHoursField) + '"' +
-                                         (rated ? Exported(line, kRateField) : "") + "\",\"HRS\",") +
+  return out(kEmplField) +
+         (pieces ? out(kQuantityField) + out(kRateField) + out(kQuanDescField)
+                 : out(kHoursField) + '"' + (rated ? Exported(line, kRateField) : "") +
+                       "\",\"HRS\",") +
          out(kEnterpriseField) + out(kOperationField) + '"' + txtToday.Text.Get() + "\"," +
          out(kEquipField) + (pieces ? out(kHoursField) : "\"\",") + (pieces ? "\"P\"," : "\"H\",") +
          Exported(line, kMemoField);
@@ -70,18 +76,18 @@ Watch::Watch(Operator& hands) : hands_(hands) {
 void Watch::Started() {
   store_ = std::make_unique<RawStore>(hands_.Laptop.App("Prin1234.mdb"));
   lines_ = seen_ = *store_->Read();
-  const auto note = [this, bound = Data1.Reloaded] {
-    if (bound) bound();
-    reloaded_ = true;
-    // The same query again reads the lines anew, whatever the boxes hold by now.
-    if (query_ == Data1.RecordSource.Get()) return;
-    query_ = Data1.RecordSource;
+  const auto note = [this] {
     filter_ = FilterNow();
     byEmployee_ = mnuEmplOrder.Checked;
   };
-  query_.clear();
   note();
-  Data1.Reloaded = note;
+  Data1.RecordSource.AfterChange = note;
+  Data1.Reloaded = [this, bound = Data1.Reloaded] {
+    bound();
+    reloaded_ = true;
+    totalled_ = FilterNow();
+    hasTotals_ = !mnuDisplayCurrentEmpl.Checked || IsNumber(txtInput[kEmplBox].Text);
+  };
   hands_.Desktop.Pointer = MousePointer::Normal;
   rows_ = ViewNow().Rows;
 }
@@ -121,11 +127,10 @@ std::string Watch::AfterStep(const Step& step, bool running) {
   if (reloaded_) meddled_ = false;
   std::vector<Check> checks = {&Watch::OnlyNamedLinesChange};
   if (running) {
-    checks = {&Watch::NothingIsGathered,     &Watch::OthersReadIt,
-              &Watch::OnlyNamedLinesChange,  &Watch::KillLosesNothing,
-              &Watch::EditsAreSettled,       &Watch::RowsAreThoseOfTheView,
-              &Watch::TotalsAreSums,         &Watch::QuantityBoxFits,
-              &Watch::ViewStays,             &Watch::NobodyReports};
+    checks = {&Watch::NothingIsGathered, &Watch::OthersReadIt,    &Watch::OnlyNamedLinesChange,
+              &Watch::KillLosesNothing,  &Watch::EditsAreSettled, &Watch::RowsAreThoseOfTheView,
+              &Watch::TotalsAreSums,     &Watch::QuantityBoxFits, &Watch::ViewStays,
+              &Watch::NobodyReports};
   }
   std::string fault = importFault_;
   for (auto check = checks.begin(); fault.empty() && check != checks.end(); ++check) {
@@ -161,7 +166,8 @@ std::string Watch::OthersReadIt() {
 
 std::string Watch::KillLosesNothing() {
   if (lines_ == before_ && !hands_.Harmed) return {};
-  const auto found = ReadKilled(hands_.Laptop.App("Prin1234.mdb"), hands_.Laptop.Folder.Path("killed"));
+  const auto found =
+      ReadKilled(hands_.Laptop.App("Prin1234.mdb"), hands_.Laptop.Folder.Path("killed"));
   return found == lines_ ? "" : "killed: a start would not find the lines that everybody reads now";
 }
 
@@ -184,13 +190,16 @@ std::string Watch::CheckCell(std::int64_t row, int field) {
   const RawLine& is = lines_.at(row);
   const Claim& named = hands_.Named;
   const bool worked = field == kHoursField || field == kGrossField || field == kHourGrossField;
-  if (named.HoursOfDay && worked && was.Day() == hands_.Day() && was.Text(kTypeField) != "O") return {};
+  if (named.HoursOfDay && worked && was.Day() == hands_.Day() && was.Text(kTypeField) != "O")
+    return {};
   const auto cells = named.Cells.find(row);
   if (cells == named.Cells.end() || !cells->second.contains(field)) return "not named";
   const auto seen = seen_.find(row);
   if (seen == seen_.end() || seen->second != was) return "somebody else's";
   if (is.IsNull(field) && !was.IsNull(field)) return "emptied";
-  if ((field == kEmplField || field == kNameField) && is.Text(kNameField) != Name(is.Employee()))
+  const bool numbered = is.Number(kEmplField) > 0;  // else the name stays, with whatever number
+  if ((field == kEmplField || field == kNameField) && numbered &&
+      is.Text(kNameField) != Name(is.Employee()))
     return "name and number";
   return {};
 }
@@ -208,7 +217,8 @@ std::string Watch::OnlyNamedLinesChange() {
       const std::string wrong = CheckNewLine(line);
       if (++made > named.NewLines) return fault("a line too many", line);
       if (!wrong.empty()) return fault("new line's " + wrong, line);
-      const double minutes = Now().Days * 1440 + 1e-6, typed = line.Number(kTimeField) * 1440 + 1e-3;
+      const double minutes = Now().Days * 1440 + 1e-6,
+                   typed = line.Number(kTimeField) * 1440 + 1e-3;
       atThisMinute |= std::floor(minutes) == std::floor(typed);
       continue;
     }
@@ -243,8 +253,9 @@ std::string Watch::EditsAreSettled() {
   const double number = std::strtod(editText_.c_str(), &end);
   const bool isNumber = !editText_.empty() && *end == '\0' && !IsTextField(editField_);
   const bool isText = IsTextField(editField_) && !editText_.empty();
-  if (TDBGrid1.Editing || (isNumber && line->second.Number(editField_) != number &&
-                           line->second.Number(editField_) != static_cast<float>(number)) ||
+  if (TDBGrid1.Editing ||
+      (isNumber && line->second.Number(editField_) != number &&
+       line->second.Number(editField_) != static_cast<float>(number)) ||
       (isText && line->second.Text(editField_) != editText_)) {
     // A line that the command itself has deleted or worked out is another matter.
     if (hands_.Named.HoursOfDay && editField_ >= kGrossField) return {};
@@ -274,8 +285,7 @@ std::vector<Bookmark> Watch::Selection() const {
       const RawLine& line = lines_.at(row);
       return line.IsNull(field) ? -1e9 : line.Number(field);
     };
-    if (!byEmployee_)
-      return std::pair(key(a, kTimeField), a) > std::pair(key(b, kTimeField), b);
+    if (!byEmployee_) return std::pair(key(a, kTimeField), a) > std::pair(key(b, kTimeField), b);
     return std::tuple(key(a, kEmplField), key(a, kTimeField), a) <
            std::tuple(key(b, kEmplField), key(b, kTimeField), b);
   });
@@ -291,16 +301,11 @@ std::string Watch::RowsAreThoseOfTheView() {
 }
 
 std::string Watch::TotalsAreSums() {
-  if (!reloaded_ || hands_.Harmed) return {};
-  // A filter by what is no number finds nothing.
-  const bool filters = mnuDisplayCurrentEmpl.Checked &&
-                       txtInput[kEmplBox].Text.Get().find_first_not_of(" 0123456789") != std::string::npos;
-  if (filters) return {};
-  const Filter filter = FilterNow();
+  if (!reloaded_ || !hasTotals_ || hands_.Harmed) return {};
   double quantity = 0, hours = 0, gross = 0;
   std::size_t count = 0;
   for (const auto& [row, line] : lines_) {
-    if (!filter.Holds(line)) continue;
+    if (!totalled_.Holds(line)) continue;
     count += line.IsNull(kEmplField) ? 0 : 1;
     quantity += line.Number(kQuantityField);
     hours += line.Number(kHoursField);
@@ -319,7 +324,8 @@ std::string Watch::TotalsAreSums() {
            TDBGrid1.Columns("GROSS").FooterText.Get() + Digits(" are not %g", quantity) +
            Digits(" %g", hours) + Digits(" %g", gross);
   const std::string label = std::to_string(count) + (count == 1 ? " line" : " lines");
-  if (lblLineCt.Caption.Get() != label) return "totals: " + lblLineCt.Caption.Get() + " not " + label;
+  if (lblLineCt.Caption.Get() != label)
+    return "totals: " + lblLineCt.Caption.Get() + " not " + label;
   return {};
 }
 
@@ -327,7 +333,8 @@ std::string Watch::QuantityBoxFits() {
   const bool open = !mnuUseTimeClock.Checked || Option1[kPiecework].Value;
   const TextBox& box = txtInput[kQuantityBox];
   if (hands_.Harmed || (box.Enabled == open && (open || box.Text.Get() == "0"))) return {};
-  return std::string("quantity box: ") + (box.Enabled ? "open" : "shut") + " with " + box.Text.Get();
+  return std::string("quantity box: ") + (box.Enabled ? "open" : "shut") + " with " +
+         box.Text.Get();
 }
 
 std::string Watch::ViewStays() {
@@ -343,7 +350,8 @@ std::string Watch::NobodyReports() {
   if (hands_.Desktop.Reports.size() > 150) return "reports: they do not end: " + report;
   const auto says = [&](const char* text) { return report.find(text) != report.npos; };
   const bool clipboard = says("'mnuCut_") || says("'mnuCopy_") || says("'mnuPaste_");
-  const bool filter = mnuDisplayCurrentEmpl.Checked && says("SetRecordSource");
+  const std::string& query = Data1.RecordSource;
+  const bool filter = query.find("EMPL_NUMB = ") != query.npos && says("(Err#30");
   if (step_.Harm != Step::Kind::None || meddled_ || clipboard || filter) return {};
   return "reports: " + report;
 }
@@ -366,7 +374,8 @@ void Watch::CheckImportFile(const std::string& message) {
   std::vector<Bookmark> rows = ViewNow().Rows;
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
     const auto line = lines->find(*row);
-    const std::string record = line == lines->end() ? "" : RecordOf(line->second, mnuUseTimeClock.Checked);
+    const std::string record =
+        line == lines->end() ? "" : RecordOf(line->second, mnuUseTimeClock.Checked);
     if (!record.empty()) wanted.push_back(record);
   }
   for (std::string& line : wanted) line += "\r";

@@ -62,9 +62,9 @@ class Watch {
   RawLines before_, lines_, seen_;
   View viewBefore_;
   bool reloaded_ = false, meddled_ = false, dateHalfTyped_ = false;
-  Filter filter_;  // of the rows on show
+  Filter filter_, totalled_;  // of the rows on show, and of the sums below them
+  bool hasTotals_ = true;     // a filter by what is no number finds nothing
   bool byEmployee_ = false;
-  std::string query_;
   std::vector<Bookmark> rows_;  // on show since the view was opened anew
   Step step_;
   std::int64_t editRow_ = 0;
