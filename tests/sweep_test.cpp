@@ -13,6 +13,7 @@
 #include "frame/failure_reporting.h"
 #include "support/agreeing_desktop.h"
 #include "support/payroll.h"
+#include "support/standing_checks.h"
 
 namespace ostrel {
 namespace {
@@ -177,7 +178,26 @@ struct Outcome {
   std::string State;
   std::set<std::string> Reached;
   std::vector<std::string> Reports;
+  std::string Fault;  // of what must hold whatever has been ignored
 };
+
+/// What must hold now; then ten lines more are saved, and what must hold with them.
+std::string FaultNowAndLater(Payroll& payroll) {
+  const RawStore store(payroll.App("Prin1234.mdb"));
+  const auto fault = [&](std::size_t& count) -> std::string {
+    const auto lines = store.Read();
+    if (!lines) return "nobody can read the store";
+    count = lines->size();
+    return StandingFault(payroll, store, *lines);
+  };
+  std::size_t before = 0, after = 0;
+  const std::string now = fault(before);
+  for (int save = 0; save < 10; ++save) payroll.Save("130");
+  const std::string later = fault(after);
+  if (!now.empty()) return now;
+  if (!later.empty()) return "ten saves later: " + later;
+  return after < before + 10 ? "of ten saves " + std::to_string(after - before) + " stored" : "";
+}
 
 std::string StateOf(Payroll& payroll) {
   std::string state = payroll.Ini() + "\n" + ReadWholeFile(payroll.Disk("Pck-1234.asc")) + "\n";
@@ -197,17 +217,25 @@ std::string StateOf(Payroll& payroll) {
   return state;
 }
 
-Outcome Play(const Scenario& scenario, const std::string& target, bool behind, BoxAnswer answer) {
+///   goesOn  the operator works on behind the scenario, under the eyes of other programs
+Outcome Play(const Scenario& scenario, const std::string& target, bool behind, BoxAnswer answer,
+             bool goesOn = false) {
   Payroll payroll;
   AgreeingDesktop desktop(payroll.Desktop, answer);
   const Planter planter(target, behind);
+  Outcome outcome;
   try {
     payroll.Start();
+    if (goesOn && &scenario == kScenarios) outcome.Fault = FaultNowAndLater(payroll);
     scenario.Run(payroll, desktop);
+    if (goesOn && ScanMain.Visible) outcome.Fault = FaultNowAndLater(payroll);
   } catch (const ProgramEnded&) {
     // As when no client is found because the folder's listing was skipped.
   }
-  return {StateOf(payroll), planter.Reached, desktop.Reports};
+  outcome.State = StateOf(payroll);
+  outcome.Reached = planter.Reached;
+  outcome.Reports = desktop.Reports;
+  return outcome;
 }
 
 class Sweep : public testing::TestWithParam<Scenario> {};
@@ -238,7 +266,8 @@ TEST_P(Sweep, RetryAndIgnore) {
     EXPECT_TRUE(ignored.Reports[0].starts_with("Planted. (Err#3022) in " + site));
 
     // Ignored in its place, whatever follows is reported and comes to an end.
-    const Outcome skipped = Play(GetParam(), site, false, BoxAnswer::Ignore);
+    const Outcome skipped = Play(GetParam(), site, false, BoxAnswer::Ignore, true);
+    EXPECT_EQ(skipped.Fault, "");
     ASSERT_FALSE(skipped.Reports.empty());
     EXPECT_TRUE(skipped.Reports[0].starts_with("Planted."));
     for (const std::string& report : skipped.Reports) {

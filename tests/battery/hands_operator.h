@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "battery/battery.h"
-#include "battery/raw_store.h"
 #include "frame/failure_reporting.h"
 #include "support/no_waiting.h"
 #include "support/payroll.h"
+#include "support/raw_store.h"
 
 namespace ostrel {
 

@@ -7,6 +7,7 @@
 
 #include "frame/app_state.h"
 #include "platform/values/clock.h"
+#include "support/standing_checks.h"
 
 namespace ostrel {
 
@@ -15,12 +16,6 @@ namespace {
 bool IsTextField(int field) {
   return field == kNameField || field == kTypeField || field == kQuanDescField ||
          field == kMemoField;
-}
-
-bool Same(const Value& shown, const RawCell& raw) {
-  if (const auto* text = std::get_if<std::string>(&raw)) return shown.Characters() == *text;
-  const auto* number = std::get_if<double>(&raw);
-  return number == nullptr ? shown.IsNull() : !shown.IsNull() && shown.NumberOrZero() == *number;
 }
 
 std::string Name(int employee) {
@@ -127,9 +122,8 @@ std::string Watch::AfterStep(const Step& step, bool running) {
   if (reloaded_) meddled_ = false;
   std::vector<Check> checks = {&Watch::OnlyNamedLinesChange};
   if (running) {
-    checks = {&Watch::NothingIsGathered, &Watch::OthersReadIt,    &Watch::OnlyNamedLinesChange,
-              &Watch::KillLosesNothing,  &Watch::EditsAreSettled, &Watch::RowsAreThoseOfTheView,
-              &Watch::TotalsAreSums,     &Watch::QuantityBoxFits, &Watch::ViewStays,
+    checks = {&Watch::NothingIsHeldBack,     &Watch::OnlyNamedLinesChange, &Watch::EditsAreSettled,
+              &Watch::RowsAreThoseOfTheView, &Watch::TotalsAreSums,        &Watch::ViewStays,
               &Watch::NobodyReports};
   }
   std::string fault = importFault_;
@@ -140,36 +134,7 @@ std::string Watch::AfterStep(const Step& step, bool running) {
   return fault;
 }
 
-std::string Watch::NothingIsGathered() {
-  return store_->IsFree() ? "" : "gathered: nobody else can write to the store";
-}
-
-std::string Watch::OthersReadIt() {
-  const Recordset& rows = Data1.Recordset;
-  for (std::size_t row = 0; rows && row < rows.RowCount(); ++row) {
-    const std::vector<Value> shown = rows.RowAt(row);
-    const auto line = lines_.find(rows.BookmarkAt(row));
-    const std::string place = "row " + std::to_string(row);
-    if (line == lines_.end()) {
-      if (!shown.empty()) return "not on the disk: " + place + " shows a line that nobody reads";
-      continue;
-    }
-    if (shown.size() != kLineFieldCount) return "shown: " + place + " shows nothing";
-    for (std::size_t field = 0; field < shown.size(); ++field) {
-      if (Same(shown[field], line->second.Cells[field])) continue;
-      return "not on the disk: " + place + " shows another field " + std::to_string(field) +
-             " than " + TextOf(line->second);
-    }
-  }
-  return {};
-}
-
-std::string Watch::KillLosesNothing() {
-  if (lines_ == before_ && !hands_.Harmed) return {};
-  const auto found =
-      ReadKilled(hands_.Laptop.App("Prin1234.mdb"), hands_.Laptop.Folder.Path("killed"));
-  return found == lines_ ? "" : "killed: a start would not find the lines that everybody reads now";
-}
+std::string Watch::NothingIsHeldBack() { return StandingFault(hands_.Laptop, *store_, lines_); }
 
 std::string Watch::CheckNewLine(const RawLine& line) {
   const Claim& named = hands_.Named;
@@ -327,14 +292,6 @@ std::string Watch::TotalsAreSums() {
   if (lblLineCt.Caption.Get() != label)
     return "totals: " + lblLineCt.Caption.Get() + " not " + label;
   return {};
-}
-
-std::string Watch::QuantityBoxFits() {
-  const bool open = !mnuUseTimeClock.Checked || Option1[kPiecework].Value;
-  const TextBox& box = txtInput[kQuantityBox];
-  if (hands_.Harmed || (box.Enabled == open && (open || box.Text.Get() == "0"))) return {};
-  return std::string("quantity box: ") + (box.Enabled ? "open" : "shut") + " with " +
-         box.Text.Get();
 }
 
 std::string Watch::ViewStays() {

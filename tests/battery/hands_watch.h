@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "battery/hands_operator.h"
-#include "battery/raw_store.h"
+#include "support/raw_store.h"
 
 namespace ostrel {
 
@@ -43,16 +43,13 @@ class Watch {
   Filter FilterNow() const;
   std::vector<Bookmark> Selection() const;
 
-  std::string OthersReadIt();
-  std::string NothingIsGathered();
-  std::string KillLosesNothing();
+  std::string NothingIsHeldBack();
   std::string OnlyNamedLinesChange();
   std::string CheckNewLine(const RawLine& line);
   std::string CheckCell(std::int64_t row, int field);
   std::string EditsAreSettled();
   std::string RowsAreThoseOfTheView();
   std::string TotalsAreSums();
-  std::string QuantityBoxFits();
   std::string ViewStays();
   std::string NobodyReports();
   void CheckImportFile(const std::string& message);

@@ -1,4 +1,4 @@
-#include "battery/raw_store.h"
+#include "support/raw_store.h"
 
 #include <cmath>
 #include <cstdio>
