@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/app_state.h"
+#include "scan_main/scan_main.h"
 #include "support/dbf_builder.h"
 #include "support/payroll.h"
 

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "entry/write_line.h"
-#include "frame/app_state.h"
 #include "hours/typed_time.h"
 #include "platform/values/failure.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 
 namespace ostrel {

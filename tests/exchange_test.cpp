@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "frame/app_state.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 
 namespace ostrel {

@@ -8,6 +8,7 @@
 #include "frame/failure_reporting.h"
 #include "platform/files/files.h"
 #include "program/first_run.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -94,18 +95,6 @@ TEST(FirstRun, ExplainsItselfAndShowsTheManualOnYes) {
   }
   SetExecutable({}, {});
 }
-
-#ifndef _WIN32
-TEST(FirstRun, WaitsForAProgramAndTakesItsExitCode) {
-  const TempFolder folder;
-  const std::string file = folder.Path("done file");
-  EXPECT_EQ(RunAndWait("echo done > \"" + file + "\"; exit 7"), 7);
-  EXPECT_EQ(folder.Read("done file"), "done\n");
-  EXPECT_EQ(RunAndWait("kill -TERM $$"), 128 + 15);
-  EXPECT_THROW(RunAndWait("/no/such/program"), Failure);
-  EXPECT_EQ(ShortPathOf(file), file);
-}
-#endif
 
 TEST(Settings, AreReadAsTheOfficesFileHasThem) {
   const std::pair<const char*, const char*> cases[] = {

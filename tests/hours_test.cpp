@@ -8,6 +8,7 @@
 #include "frame/app_state.h"
 #include "hours/employee_hours.h"
 #include "hours/time_question.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 
 namespace ostrel {

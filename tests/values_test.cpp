@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/values/calendar.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"

@@ -5,7 +5,6 @@
 
 #include "crew/crew_command.h"
 #include "entry/write_line.h"
-#include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"

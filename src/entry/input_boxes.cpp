@@ -10,7 +10,6 @@
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
-#include "platform/values/text.h"
 #include "scan_main/scan_main.h"
 #include "store/lookups.h"
 #include "work_day/work_day.h"
@@ -115,11 +114,11 @@ void Option1_Click(int /*Index*/) {
 }
 
 void TabForward() {
-  TheDesktop().Post([] { ScanMain.FocusNext(true); });
+  TheDesktop().Post([] { ScanMain.FocusNext(Direction::Forward); });
 }
 
 void TabBack() {
-  TheDesktop().Post([] { ScanMain.FocusNext(false); });
+  TheDesktop().Post([] { ScanMain.FocusNext(Direction::Back); });
 }
 
 }  // namespace ostrel

@@ -12,7 +12,6 @@
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/removable_disk.h"
-#include "platform/files/staged_files.h"
 #include "platform/files/zip_extraction.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"

@@ -13,7 +13,6 @@
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
-#include "scan_main/scan_main.h"
 #include "store/number_list.h"
 #include "work_day/work_day.h"
 

@@ -14,7 +14,6 @@
 #include "platform/files/files.h"
 #include "platform/files/staged_files.h"
 #include "platform/values/clock.h"
-#include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "program/first_run.h"

@@ -17,7 +17,7 @@ ClockControl CurTimeCtl1;
 TextBox txtToday, txtComments;
 CheckBox chkStdRate;
 Shape Shape1;
-DataControl Data1;
+DataControl& Data1 = *new DataControl;
 MenuItem mnuFile, mnuUpdateDescs, mnuMinWageWatch, mnuSep0, mnuPrintLines, mnuEmplDailyRpt,
     mnuSep01, mnuWriteImportFile, mnuSep1, mnuExit;
 MenuItem mnuEdit, mnuCut, mnuCopy, mnuPaste, mnuSep2, mnuDeleteLine, mnuClockInACrew,

@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files/text_encoding.h"
 
 namespace ostrel {
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <exception>
 
+#include "platform/values/failure.h"
+
 namespace ostrel {
 
 void Form::Design(std::string caption, int width, int height) {
@@ -37,10 +39,18 @@ void Form::Changed() {
   if (observer_ != nullptr) observer_->FormChanged();
 }
 
+void Form::ControlChanged(Control& control) {
+  if (observer_ != nullptr) observer_->ControlChanged(control);
+}
+
+void Form::RepaintNow(Control& control) {
+  if (observer_ != nullptr) observer_->RepaintNow(control);
+}
+
 void Form::Show() {
   Visible = true;
   Changed();
-  if (active_ == nullptr) FocusNext(true);
+  if (active_ == nullptr) FocusNext(Direction::Forward);
 }
 
 void Form::Unload() {
@@ -90,7 +100,8 @@ bool IsTabStop(const Control& control) {
 
 }  // namespace
 
-void Form::FocusNext(bool forward) {
+void Form::FocusNext(Direction direction) {
+  const bool forward = direction == Direction::Forward;
   const std::vector<Control*> order = TabOrder();
   const auto count = static_cast<std::ptrdiff_t>(order.size());
   if (count == 0) return;

@@ -4,9 +4,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "platform/qt/access_keys.h"
 #include "platform/qt/fitted_text.h"
-#include "platform/qt/input_filter.h"
 #include "platform/qt/key_codes.h"
 #include "platform/qt/key_hooks.h"
 #include "platform/qt/qt_text.h"

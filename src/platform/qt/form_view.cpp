@@ -9,6 +9,7 @@
 #include "platform/forms/grid.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/view_factory.h"
 
 namespace ostrel {
 
@@ -128,7 +129,9 @@ void FormView::FocusMoved(Control& control) {
 /// the keyboard for as long as it has it.
 void FormView::FollowFocus() {
   Control* active = form_.ActiveControl();
-  if (active != nullptr && form_.Visible && !active->CanTakeFocus()) form_.FocusNext(true);
+  if (active != nullptr && form_.Visible && !active->CanTakeFocus()) {
+    form_.FocusNext(Direction::Forward);
+  }
   active = form_.ActiveControl();
   if (active == nullptr || menuBar()->hasFocus()) return;
   QWidget& target = ViewOf(*active).FocusTarget();

@@ -3,7 +3,6 @@
 #include <QFontMetrics>
 #include <algorithm>
 
-#include "platform/forms/data_control.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/pixel_lines.h"
 #include "platform/qt/qt_text.h"

@@ -10,7 +10,6 @@
 #include <algorithm>
 
 #include "platform/qt/grid_painter.h"
-#include "platform/qt/input_filter.h"
 #include "platform/qt/key_codes.h"
 #include "platform/qt/key_hooks.h"
 #include "platform/qt/qt_text.h"

@@ -48,9 +48,9 @@ bool InputFilter::BeforeShortcuts(QKeyEvent& event) const {
 
 bool InputFilter::BeforeKey(const QKeyEvent& event) {
   if (IsTab(event)) {
-    const bool forward =
-        event.key() == Qt::Key_Tab && !event.modifiers().testFlag(Qt::ShiftModifier);
-    edge_.Run([&] { form_.FocusNext(forward); });
+    const bool back =
+        event.key() == Qt::Key_Backtab || event.modifiers().testFlag(Qt::ShiftModifier);
+    edge_.Run([&] { form_.FocusNext(back ? Direction::Back : Direction::Forward); });
     return true;
   }
   Control* owner = AccessKeyOwner(form_, event);

@@ -6,7 +6,7 @@
 #include <ctime>
 #include <utility>
 
-#include "platform/values/dates.h"
+#include "platform/values/calendar.h"
 
 namespace ostrel {
 namespace {

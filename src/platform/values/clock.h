@@ -6,7 +6,7 @@
 #include <ctime>
 #include <functional>
 
-#include "platform/values/value.h"
+#include "platform/values/moment.h"
 
 namespace ostrel {
 
