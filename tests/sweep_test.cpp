@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -182,23 +183,37 @@ struct Outcome {
   std::string Fault;  // of what must hold whatever has been ignored
 };
 
-/// What must hold now; then ten lines more are saved, and what must hold with them.
-std::string FaultNowAndLater(Payroll& payroll) {
-  const RawStore store(payroll.App("Prin1234.mdb"));
-  const auto fault = [&](std::size_t& count) -> std::string {
-    const auto lines = store.Read();
-    if (!lines) return "nobody can read the store";
-    count = lines->size();
-    return StandingFault(payroll, store, *lines);
-  };
-  std::size_t before = 0, after = 0;
-  const std::string now = fault(before);
-  for (int save = 0; save < 10; ++save) payroll.Save("130");
-  const std::string later = fault(after);
-  if (!now.empty()) return now;
-  if (!later.empty()) return "ten saves later: " + later;
-  return after < before + 10 ? "of ten saves " + std::to_string(after - before) + " stored" : "";
-}
+/// Another program, which looks whenever a command is back and finds what must not be.
+class Onlooker {
+ public:
+  Onlooker(Payroll& payroll, std::string& fault)
+      : payroll_(payroll), fault_(fault), store_(payroll.App("Prin1234.mdb")) {
+    payroll_.AfterCommand = [this] { Look(); };
+  }
+  ~Onlooker() { payroll_.AfterCommand = {}; }
+  Onlooker(const Onlooker&) = delete;
+  Onlooker& operator=(const Onlooker&) = delete;
+
+  /// Ten lines more, each looked at.
+  void LookOnAtTenSaves() {
+    Look();
+    const std::size_t before = lines_;
+    for (int save = 0; save < 10; ++save) payroll_.Save("130");
+    if (fault_.empty() && lines_ < before + 10) fault_ = "not all of ten saves are stored";
+  }
+
+ private:
+  void Look() {
+    if (!fault_.empty() || !ScanMain.Visible) return;
+    const auto lines = store_.Read();
+    fault_ = lines ? StandingFault(payroll_, store_, *lines) : "nobody can read the store";
+    lines_ = lines ? lines->size() : 0;
+  }
+  Payroll& payroll_;
+  std::string& fault_;
+  OutsideStore store_;
+  std::size_t lines_ = 0;
+};
 
 std::string StateOf(Payroll& payroll) {
   std::string state = payroll.Ini() + "\n" + ReadWholeFile(payroll.Disk("Pck-1234.asc")) + "\n";
@@ -227,9 +242,11 @@ Outcome Play(const Scenario& scenario, const std::string& target, bool behind, B
   Outcome outcome;
   try {
     payroll.Start();
-    if (goesOn && &scenario == kScenarios) outcome.Fault = FaultNowAndLater(payroll);
+    std::optional<Onlooker> onlooker;
+    if (goesOn) onlooker.emplace(payroll, outcome.Fault);
+    if (goesOn && &scenario == kScenarios) onlooker->LookOnAtTenSaves();
     scenario.Run(payroll, desktop);
-    if (goesOn && ScanMain.Visible) outcome.Fault = FaultNowAndLater(payroll);
+    if (goesOn && ScanMain.Visible) onlooker->LookOnAtTenSaves();
   } catch (const ProgramEnded&) {
     // As when no client is found because the folder's listing was skipped.
   }

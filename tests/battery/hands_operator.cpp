@@ -5,9 +5,11 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
+#include "platform/values/failure.h"
+#include "scan_main/scan_main.h"
 #include "support/full_disk.h"
 
 namespace ostrel {
@@ -34,7 +36,7 @@ class StepHarm {
     if (step.Harm == Step::Kind::Lock) {
       static const char* const kStages[] = {"BEGIN; SELECT count(*) FROM OstrelPr",
                                             "BEGIN IMMEDIATE", "BEGIN EXCLUSIVE"};
-      lock_ = std::make_unique<RawStore>(store);
+      lock_ = std::make_unique<OutsideStore>(store);
       lock_->Do(kStages[luck.Below(3)]);
       struck = true;
     }
@@ -59,7 +61,7 @@ class StepHarm {
   LuckyDesktop& desktop_;
   std::size_t reports_ = 0;
   LuckyProbe& probe_;
-  std::unique_ptr<RawStore> lock_;
+  std::unique_ptr<OutsideStore> lock_;
   std::unique_ptr<FullDisk> full_;
 };
 
@@ -241,7 +243,7 @@ void PassTime(Operator& hands) {
 /// Another window at the same store deletes the newest line and enters one.
 void AnotherWindow(Operator& hands) {
   hands.Meddled = true;
-  RawStore(hands.Laptop.App("Prin1234.mdb"))
+  OutsideStore(hands.Laptop.App("Prin1234.mdb"))
       .Do("DELETE FROM OstrelPr WHERE rowid = (SELECT max(rowid) FROM OstrelPr);"
           "INSERT INTO OstrelPr(EMPL_NUMB, SORT_NAME, ETIME, EVENT_TYPE, QUANTITY, RATE, GROSS) "
           "VALUES(150, ' ', 38309.25, 'I', 0, 0, 0)");
@@ -399,7 +401,7 @@ void Operator::Start() {
 }
 
 RawLines Operator::Lines() const {
-  return RawStore(Laptop.App("Prin1234.mdb")).Read().value_or(RawLines());
+  return OutsideStore(Laptop.App("Prin1234.mdb")).Read().value_or(RawLines());
 }
 
 bool Operator::Carry(const Step& step) {
@@ -482,10 +484,10 @@ void Operator::Press(int keyCode, int character) {
   auto* control = dynamic_cast<KeyControl*>(ScanMain.ActiveControl());
   if (control == nullptr) {
     if (ScanMain.ActiveControl() != nullptr && character == ' ') ScanMain.ActiveControl()->Press();
-    if (keyCode == key::kTab) ScanMain.FocusNext(true);
+    if (keyCode == key::kTab) ScanMain.FocusNext(Direction::Forward);
     return;
   }
-  if (keyCode == key::kTab) return ScanMain.FocusNext(true);
+  if (keyCode == key::kTab) return ScanMain.FocusNext(Direction::Forward);
   auto* box = dynamic_cast<TextBox*>(control);
   if (control == &TDBGrid1 && TDBGrid1.Editing && character == key::kEnter) {
     return TDBGrid1.CommitEdit();

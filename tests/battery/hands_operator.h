@@ -15,8 +15,8 @@
 #include "battery/battery.h"
 #include "frame/failure_reporting.h"
 #include "support/no_waiting.h"
+#include "support/outside_store.h"
 #include "support/payroll.h"
-#include "support/raw_store.h"
 
 namespace ostrel {
 

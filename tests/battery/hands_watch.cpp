@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "frame/app_state.h"
 #include "platform/values/clock.h"
+#include "scan_main/scan_main.h"
 #include "support/standing_checks.h"
 
 namespace ostrel {
@@ -69,7 +69,7 @@ Watch::Watch(Operator& hands) : hands_(hands) {
 }
 
 void Watch::Started() {
-  store_ = std::make_unique<RawStore>(hands_.Laptop.App("Prin1234.mdb"));
+  store_ = std::make_unique<OutsideStore>(hands_.Laptop.App("Prin1234.mdb"));
   lines_ = seen_ = *store_->Read();
   const auto note = [this] {
     filter_ = FilterNow();

@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "battery/hands_operator.h"
-#include "support/raw_store.h"
+#include "platform/database/recordset.h"
+#include "support/outside_store.h"
 
 namespace ostrel {
 
@@ -55,7 +56,7 @@ class Watch {
   void CheckImportFile(const std::string& message);
 
   Operator& hands_;
-  std::unique_ptr<RawStore> store_;
+  std::unique_ptr<OutsideStore> store_;
   RawLines before_, lines_, seen_;
   View viewBefore_;
   bool reloaded_ = false, meddled_ = false, dateHalfTyped_ = false;

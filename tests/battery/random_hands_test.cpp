@@ -12,7 +12,8 @@
 #include "battery/hands_operator.h"
 #include "battery/hands_watch.h"
 #include "frame/app_state.h"
-#include "program/event_table.h"
+#include "scan_main/scan_main.h"
+#include "support/ask_sqlite.h"
 
 namespace ostrel {
 namespace {

@@ -42,7 +42,7 @@ std::string QuantityBoxFits() {
 
 }  // namespace
 
-std::string StandingFault(const Payroll& laptop, const RawStore& store, const RawLines& lines) {
+std::string StandingFault(const Payroll& laptop, const OutsideStore& store, const RawLines& lines) {
   if (!store.IsFree()) return "gathered: nobody else can write to the store";
   if (ReadKilled(laptop.App("Prin1234.mdb"), laptop.Folder.Path("killed")) != lines)
     return "killed: a start would not find the lines that everybody reads now";

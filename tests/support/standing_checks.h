@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include "support/outside_store.h"
 #include "support/payroll.h"
-#include "support/raw_store.h"
 
 namespace ostrel {
 
@@ -14,6 +14,6 @@ namespace ostrel {
 /// a kill now would lose nothing of it; the quantity box is open or shut as layout and event say.
 ///   lines    as everybody reads them
 ///   returns  what does not hold: "a word or two: the particulars", or ""
-std::string StandingFault(const Payroll& laptop, const RawStore& store, const RawLines& lines);
+std::string StandingFault(const Payroll& laptop, const OutsideStore& store, const RawLines& lines);
 
 }  // namespace ostrel

@@ -1,4 +1,4 @@
-#include "support/raw_store.h"
+#include "support/outside_store.h"
 
 #include <cmath>
 #include <cstdio>
@@ -33,13 +33,13 @@ std::string RawLine::Text(int field) const {
   return text == nullptr ? "" : *text;
 }
 
-RawStore::RawStore(const std::string& path) {
+OutsideStore::OutsideStore(const std::string& path) {
   sqlite3* handle = nullptr;
   sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
   handle_.reset(handle, sqlite3_close_v2);
 }
 
-std::optional<RawLines> RawStore::Read() const {
+std::optional<RawLines> OutsideStore::Read() const {
   sqlite3_stmt* rows = nullptr;
   sqlite3_prepare_v2(handle_.get(), "SELECT rowid, * FROM OstrelPr", -1, &rows, nullptr);
   RawLines lines;
@@ -54,7 +54,7 @@ std::optional<RawLines> RawStore::Read() const {
   return lines;
 }
 
-bool RawStore::Do(const std::string& sql) const {
+bool OutsideStore::Do(const std::string& sql) const {
   return sqlite3_exec(handle_.get(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
@@ -64,7 +64,7 @@ std::optional<RawLines> ReadKilled(const std::string& store, const std::string& 
     if (!std::filesystem::exists(store + file)) continue;
     WriteWholeFile(copy + file, ReadWholeFile(store + file));
   }
-  return RawStore(copy).Read();
+  return OutsideStore(copy).Read();
 }
 
 std::string TextOf(const RawLine& line) {

@@ -52,9 +52,9 @@ struct RawLine {
 
 using RawLines = std::map<std::int64_t, RawLine>;  ///< by row id
 
-class RawStore {
+class OutsideStore {
  public:
-  explicit RawStore(const std::string& path);
+  explicit OutsideStore(const std::string& path);
 
   /// All lines as they are on the disk; nothing while another connection shuts everybody out.
   std::optional<RawLines> Read() const;
