@@ -78,8 +78,11 @@ void AskClockSetting(const FailureTail& statement, std::int32_t line, const Cloc
   const std::string offered = setting.Menu.Caption.Get().substr(setting.CaptionPrefix.size());
   std::string answer;
   statement(line, [&] {
+    // The empty line sets the question off from the title.
     answer = InputBox(std::string("\r") + setting.AskPrompt, setting.AskTitle, offered);
   });
+  // A time alone has no days; a date with it is a slip of the hand. Cancel comes here as the empty
+  // text.
   if (!IsDate(answer) || DateValue(answer) >= 1) return;
   if (!ContainsText(answer, "a") && !ContainsText(answer, "p")) {
     BoxAnswer likely = BoxAnswer::Yes;
@@ -110,6 +113,7 @@ void GetIniParms() {
   text.clear();
   statement(1570, [&] { text = IniRead(kIniSection, "AutosetTime"); });
   if (!text.empty()) mnuAutosetTime.Checked = text == "True";
+  // The label takes the place of the clock, whichever layout has put the clock there.
   lblClockOff.Top = 360;
   lblClockOff.Left = CurTimeCtl1.Left - 30;
   ShowClock(mnuAutosetTime.Checked);
@@ -121,6 +125,7 @@ void GetIniParms() {
 
 void PutIniParms() {
   constexpr FailureTail statement{ScannerModule, "PutIniParms"};
+  // One value a statement: a setting that cannot be written does not keep the others from the disk.
   statement(5710, [] { IniWrite(kIniSection, "Default Clock In", DefaultClockIn); });
   statement(5720, [] { IniWrite(kIniSection, "Default Clock Out", DefaultClockOut); });
   statement(5730,

@@ -69,6 +69,8 @@ void OpenOrdered(const FailureTail& statement, std::int32_t line, const char* wo
 }
 
 void FitGrid() {
+  // The record box in front of column 0 has its own width, so the columns meet the boxes only by
+  // counting back from it.
   TDBGrid1.Left = kGridColumnsStart - TDBGrid1.ColumnLeft(0);
   Data1.DatabaseName = StorePath();
 }
@@ -87,6 +89,7 @@ void SetUpPrinting() {
 }
 
 void PlaceForm() {
+  // Twips below the upper edge of the screen.
   ScanMain.Top = 200;
   ScanMain.Height = TDBGrid1.Top + TDBGrid1.Height + 1100;
   ScanMain.Changed();
@@ -101,6 +104,7 @@ void Form_Load() {
   statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
   if (!users.empty()) statement(1016, [&] { UserCount = ToLong(NumericPrefix(users)); });
   statement(1020, [] { DataPath = ExecutableFolder(); });
+  // No exchange folder in the settings: this laptop has never seen the office's disk.
   if (RemoteDrive.empty()) {
     statement(1030, [] { ExitWShowManual(); });
     statement(1040, [] { LoadDescFiles(); });
@@ -110,9 +114,11 @@ void Form_Load() {
   std::string NotList;
   std::int32_t ListCount = 0;
   DomainList("Prms", "CREW", " where CREW > 0", NotList, ListCount);
+  // A client without crew numbers has no crews to clock in.
   mnuClockInACrew.Enabled = ListCount != 0;
   statement(1060, [] { GetIniParms(); });
   FitGrid();
+  // A run begins with the whole day, newest line first, however the last one ended.
   mnuDisplayCurrentEmpl.Checked = false;
   mnuEmplOrder.Checked = false;
   statement(1070, [] { SetRecordSource(); });
@@ -138,6 +144,8 @@ void OpenAll() {
       DescDbOpen = true;
     });
   }
+  // A power cut may have left a new set of tables half in place; they are all of one disk again
+  // before the first is opened.
   statement(13011, [] { ResumeInstall(DataPath); });
   std::string clientFile;
   statement(13012, [&] {
@@ -146,6 +154,8 @@ void OpenAll() {
   if (!clientFile.empty()) {
     ClientNumb = ClientOf(clientFile);
   } else {
+    // Without a table the folder that the settings name has not served: the operator picks the
+    // disk.
     RemoteDrive.clear();
     statement(13016, [] { LoadDescFiles(); });
   }

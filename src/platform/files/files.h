@@ -10,7 +10,6 @@
 
 #include "platform/values/moment.h"
 
-
 namespace ostrel {
 
 /// "\" on Windows, "/" elsewhere.

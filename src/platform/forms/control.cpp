@@ -142,6 +142,7 @@ void Button::Press() {
 void OptionButton::Press() {
   if (!CanTakeFocus()) return;
   SetFocus();
+  // No change, so no event of its own; the operator has asked for the routine all the same.
   if (Value) return RaiseOn(*this, Click);
   Value = true;
 }

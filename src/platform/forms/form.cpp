@@ -55,6 +55,7 @@ void Form::Show() {
 
 void Form::Unload() {
   if (!Visible) return;
+  // A cell that is half typed is a line half written; closing the window must not lose it.
   if (active_ != nullptr) active_->FinishTyping();
   Raise(QueryUnload);
   Visible = false;
@@ -71,6 +72,8 @@ void Form::SetFocus(Control& control) {
   Control* old = activeHasGotFocus_ ? active_ : nullptr;
   active_ = &control;
   activeHasGotFocus_ = false;
+  // Each move of the focus has its number, by which a move tells whether a later one has overtaken
+  // it.
   const unsigned turn = ++turn_;
   if (old != nullptr) Raise(old->LostFocus);
   if (turn != turn_) return;  // LostFocus has sent the focus elsewhere

@@ -65,6 +65,7 @@ void ButtonView::keyPressEvent(QKeyEvent* event) {
 void ButtonView::HandleKey(QKeyEvent& event) {
   int character = CharacterOf(event);
   if (!RaiseKeys(surface_.Shown, button_, KeyCodeOf(event), ShiftOf(event), character)) return;
+  // The toolkit presses a button by the blank alone; the foreman's row goes on with Enter.
   if (character == key::kEnter) {
     button_.Press();
   } else {

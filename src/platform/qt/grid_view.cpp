@@ -189,6 +189,8 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 }
 
 void GridView::HandleKey(const QKeyEvent& event) {
+  // Hooks come first, as in every control: the rate column makes a letter the standard rate before
+  // an editor could open on it.
   int character = CharacterOf(event);
   if (!RaiseKeys(surface_.Shown, grid_, KeyCodeOf(event), ShiftOf(event), character)) return;
   if (character != 0) {

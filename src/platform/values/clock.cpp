@@ -15,6 +15,8 @@ constexpr double kSecondsPerDay = 86400;
 
 std::tm LocalTime(std::time_t seconds) {
   std::tm local{};
+// The plain localtime keeps its answer in one place for the whole process, the toolkit's threads
+// included.
 #ifdef _WIN32
   localtime_s(&local, &seconds);
 #else

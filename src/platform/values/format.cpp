@@ -42,6 +42,7 @@ char DigitAt(const DecimalDigits& number, int power) {
 std::string WriteMoney(double value, const MoneyForm& form) {
   DecimalDigits number = DigitsOf(value, DecimalDigits::kMost);
   number.RoundToPlaces(kPlaces);
+  // Without digits the number is zero; with a negative exponent it begins behind the point.
   const bool underOne = number.Count == 0 || number.Exponent < 0;
   const int highest = underOne ? 0 : number.Exponent;
 
@@ -101,6 +102,7 @@ std::string WithPattern(const std::string& text, const Pattern& pattern) {
   if (!pattern.Money) return text;
   try {
     return WithPattern(WholeNumberText(text), pattern);
+    // A text that is no number shows as it is: the cell must not hide what stands in the store.
   } catch (const Failure&) {
     return text;
   }

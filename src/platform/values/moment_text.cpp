@@ -31,7 +31,9 @@ ClockTime OnTheClock(Moment moment) {
   constexpr double kBeforeFirstDay = -657435;
   constexpr double kBeyondLastDay = 2958466 - 0.5 / kSecondsPerDay;  // would round to a day more
   const double days = moment.Days;
+  // Asked this way round, a number that is none does not pass.
   if (!(days > kBeforeFirstDay && days < kBeyondLastDay)) throw value_failure::Overflow();
+  // Towards zero, not down: days before day 0 count their time of day upwards like all others.
   const double day = std::trunc(days);
   const auto second = static_cast<int>(std::lround(std::abs(days - day) * kSecondsPerDay));
   const int ofDay = second % kSecondsPerDay;
