@@ -43,6 +43,8 @@ display
 hours
 entry exchange reports
 crew
+day
+slips
 program
 main
 '

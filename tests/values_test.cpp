@@ -138,6 +138,15 @@ class Dates : public testing::Test {
   }
 };
 
+TEST_F(Dates, AreThoseOfTheSecondThatTheClockHasReached) {
+  for (const double second : {0.0, 1.0, 38527.0, 43199.0, 86399.0}) {
+    for (const double part : {0.0, 0.3, 0.7, 0.999}) {
+      SetClock([=] { return Moment{38152 + (second + part) / 86400}; });
+      EXPECT_EQ(Now(), Moment{38152 + second / 86400}) << second << " and " << part;
+    }
+  }
+}
+
 TEST_F(Dates, AndTimesAreReadAsTypedAndRefusedRatherThanGuessed) {
   const std::pair<std::string, std::vector<std::string>> cases[] = {
       {"12/30/1899 12:00:00 AM", {"0:00", "12 am", "12:00 AM", "0.00 a"}},

@@ -3,6 +3,7 @@
 #include <variant>
 #include <vector>
 
+#include "exchange/exchange_disk.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "frame/ini_keys.h"
@@ -102,6 +103,7 @@ bool FindZip() {
     statement(12740, [&] { names = ZipsOnTheDisk(); });
     if (!names.empty() && NamesAClient(names.front())) {
       ClientNumb = ClientOf(names.front());
+      NoteExchangeDisk();
       return true;
     }
     BoxAnswer answer = BoxAnswer::Cancel;
@@ -152,7 +154,7 @@ ZipExtraction WantedTables() {
 void LoadDescFiles() {
   if (!FindZip()) return;
   const double client = NumericPrefix(ClientNumb);
-  if (client < kLowestClient || client > kHighestClient) {
+  if (client < kLowestClient || client > kHighestClient || !IsClientNumber(ClientNumb)) {
     statement(12760, [] {
       MsgBox(NotFoundText() + "Aborting job step.", BoxButtons::Ok, BoxIcon::Information);
     });

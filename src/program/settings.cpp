@@ -67,8 +67,12 @@ void ReadClockSetting(const FailureTail& statement, std::int32_t line, const Clo
   setting.ShowCaption();
 }
 
-/// The clock shows while the time of a line comes from it; a label says so when it does not.
+/// The clock shows while the time of a line comes from it; a label in its place says so when it does
+/// not. Nothing else shows that label, and each layout has its own place for the clock.
 void ShowClock(bool shown) {
+  constexpr int kTop = 360, kOverhang = 30;  // twips
+  lblClockOff.Top = kTop;
+  lblClockOff.Left = CurTimeCtl1.Left - kOverhang;
   CurTimeCtl1.Visible = shown;
   lblClockOff.Visible = !shown;
 }
@@ -90,7 +94,9 @@ void AskClockSetting(const FailureTail& statement, std::int32_t line, const Cloc
       likely = MsgBox(answer + setting.Likely + "?", BoxButtons::YesNo, BoxIcon::Question,
                       "'am' or 'pm' not specified");
     });
-    answer += likely == BoxAnswer::Yes ? setting.Likely : setting.Unlikely;
+    const std::string said =
+        answer + (likely == BoxAnswer::Yes ? setting.Likely : setting.Unlikely);
+    if (IsDate(said)) answer = said;  // 14:30 is the same time whatever is said
   }
   statement(line + 20, [&] { setting.Time = Format(TimeValue(answer), TimeFormat); });
   setting.ShowCaption();
@@ -113,9 +119,6 @@ void GetIniParms() {
   text.clear();
   statement(1570, [&] { text = IniRead(kIniSection, "AutosetTime"); });
   if (!text.empty()) mnuAutosetTime.Checked = text == "True";
-  // The label takes the place of the clock, whichever layout has put the clock there.
-  lblClockOff.Top = 360;
-  lblClockOff.Left = CurTimeCtl1.Left - 30;
   ShowClock(mnuAutosetTime.Checked);
 
   text.clear();

@@ -6,6 +6,7 @@
 
 #include "display/displayed_lines.h"
 #include "entry/input_boxes.h"
+#include "exchange/exchange_disk.h"
 #include "exchange/load_descriptions.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
@@ -37,6 +38,17 @@ std::string FirstClientFile(const std::vector<std::string>& names) {
     if (NamesAClient(name)) return name;
   }
   return {};
+}
+
+/// Of all that would follow from such a number, one box: no query could name a table.
+[[noreturn]] void EndWithoutClient(const FailureTail& statement, std::int32_t line) {
+  statement(line, [] {
+    MsgBox({.Text = "No company information found.",
+            .Icon = BoxIcon::Stop,
+            .Detail =
+                "'" + ClientNumb + "' is no client number; there are letters and digits in one."});
+  });
+  throw ProgramEnded{};
 }
 
 void OpenStore(const FailureTail& statement) {
@@ -99,7 +111,7 @@ void PlaceForm() {
 
 void Form_Load() {
   constexpr FailureTail statement{ScannerModule, "Form_Load"};
-  statement(1010, [] { RemoteDrive = IniRead(kIniSection, kExchangeFolderKey); });
+  statement(1010, [] { RemoteDrive = ReadExchangeFolder(); });
   std::string users;
   statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
   if (!users.empty()) statement(1016, [&] { UserCount = ToLong(NumericPrefix(users)); });
@@ -110,6 +122,7 @@ void Form_Load() {
     statement(1040, [] { LoadDescFiles(); });
   }
   statement(1050, [] { OpenAll(); });
+  NoteExchangeDisk();
 
   std::string NotList;
   std::int32_t ListCount = 0;
@@ -169,6 +182,7 @@ void OpenAll() {
     });
     throw ProgramEnded{};
   }
+  if (!IsClientNumber(ClientNumb)) EndWithoutClient(statement, 13026);
   statement(13030,
             [] { ClientRs = DescDb.OpenRecordset("Hvcl" + ClientNumb, RecordsetType::Table); });
   OpenStore(statement);

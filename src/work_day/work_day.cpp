@@ -19,6 +19,8 @@ std::string OnWorkDay(const std::string& time) { return WorkDay() + " " + time; 
 
 std::string WhereDay(const std::string& day) { return " where INT(ETIME) = #" + day + "#"; }
 
+std::string LatestDay() { return Format(DomainFunc("Prin App", "ETIME", "", "Max"), DateFormat); }
+
 // The text goes into the query as it stands: whoever comes here has asked whether it is a day.
 std::string WhereWorkDay() { return WhereDay(txtToday.Text); }
 

@@ -48,7 +48,13 @@ Moment LocalMoment(std::time_t seconds) {
   return {days + ofDay / kSecondsPerDay};
 }
 
-Moment Now() { return ClockInUse()(); }
+Moment Now() {
+  // A moment is exact to less than a microsecond; a whole second may lie that far below itself.
+  constexpr double kExactness = 1e-5;  // seconds
+  const double days = ClockInUse()().Days;
+  const double day = std::floor(days);
+  return {day + std::floor((days - day) * kSecondsPerDay + kExactness) / kSecondsPerDay};
+}
 
 void SetClock(std::function<Moment()> clock) {
   if (!clock) clock = ComputerClock;
@@ -56,7 +62,7 @@ void SetClock(std::function<Moment()> clock) {
 }
 
 double SecondsSinceMidnight() {
-  const double days = Now().Days;
+  const double days = ClockInUse()().Days;
   return std::abs(days - std::trunc(days)) * kSecondsPerDay;
 }
 
