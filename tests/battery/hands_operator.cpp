@@ -2,323 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
-#include "frame/failure_reporting.h"
-#include "platform/desktop/desktop.h"
+#include "platform/forms/form.h"
 #include "platform/values/clock.h"
 #include "platform/values/failure.h"
+#include "platform/values/value.h"
 #include "scan_main/scan_main.h"
-#include "support/full_disk.h"
 
 namespace ostrel {
-
-namespace {
-
-const std::map<int, std::set<int>> kCrews = {{1, {140}}, {2, {101, 125, 130}}};
-
-// ---- Harm
-
-/// Harm for the length of a step, or until some reports have come.
-class StepHarm {
- public:
-  StepHarm(const Step& step, const std::string& store, LuckyDesktop& desktop, LuckyProbe& probe,
-           bool& struck)
-      : desktop_(desktop), probe_(probe) {
-    Harm luck(step.Luck + 2);
-    reports_ = luck.Below(6);
-    desktop.OnReport = [this, &struck] {
-      struck = true;
-      if (reports_-- == 0) LetGo();
-    };
-    if (step.Harm == Step::Kind::Statement) probe.Arm(luck);
-    if (step.Harm == Step::Kind::Lock) {
-      static const char* const kStages[] = {"BEGIN; SELECT count(*) FROM OstrelPr",
-                                            "BEGIN IMMEDIATE", "BEGIN EXCLUSIVE"};
-      lock_ = std::make_unique<OutsideStore>(store);
-      lock_->Do(kStages[luck.Below(3)]);
-      struck = true;
-    }
-    if (step.Harm == Step::Kind::FullDisk) {
-      full_ = std::make_unique<FullDisk>(std::filesystem::file_size(store));
-      struck = true;
-    }
-  }
-  ~StepHarm() {
-    LetGo();
-    probe_.Disarm();
-    desktop_.OnReport = {};
-  }
-  StepHarm(const StepHarm&) = delete;
-  StepHarm& operator=(const StepHarm&) = delete;
-
- private:
-  void LetGo() {
-    lock_.reset();
-    full_.reset();
-  }
-  LuckyDesktop& desktop_;
-  std::size_t reports_ = 0;
-  LuckyProbe& probe_;
-  std::unique_ptr<OutsideStore> lock_;
-  std::unique_ptr<FullDisk> full_;
-};
-
-// ---- What hands do
-
-struct Act {
-  const char* Name;
-  std::size_t Weight;
-  void (*Run)(Operator&);
-};
-
-constexpr const char* kEmployees[] = {"101", "125", "130", "140", "150", "101", "130", "777", "0"};
-
-std::string EmployeeOf(Operator& hands) { return kEmployees[hands.Below(std::size(kEmployees))]; }
-
-/// A text that a box, or a column over it, may be given.
-std::string TextFor(Operator& hands, int field) {
-  static const std::map<int, std::vector<std::string>> kTexts = {
-      {kEmplField, {"130", "101", "125", "777", "0", "101X", "abc", ""}},
-      {kQuantityField, {"12", "0", "100.5", "-3", "7x", "abc", ""}},
-      {kTimeField, {"8:15 am", "7.3", "1 pm", "abc", "13:45", ""}},
-      {kStopField, {"11/18", "11/17", "13/45", "abc", ""}},  // the column of the date
-      {kQuanDescField, {"BOX", "lbs", "HRS", ""}},
-      {kRateField, {"0.5", "6.75", "0", "12", "abc", ""}},
-      {kTypeField, {"I", "O", "P"}},
-      {kMemoField, {"a note", "", "x"}}};
-  const auto texts = kTexts.find(field);
-  if (texts != kTexts.end()) return hands.OneOf(texts->second);
-  return hands.OneOf<std::string>({"1", "12", "0", "7.5", "abc", ""});
-}
-
-int FieldOfBox(int box) {
-  static const int kFields[] = {kEmplField,      kQuantityField, kTimeField,
-                                kQuanDescField,  kRateField,     kEnterpriseField,
-                                kOperationField, kEquipField,    kMemoField};
-  return kFields[box];
-}
-
-void TypeAndSave(Operator& hands) {
-  txtInput[kEmplBox].SetFocus();
-  hands.Type(EmployeeOf(hands));
-  for (int keys = 0; keys < 4 && ScanMain.ActiveControl() != &cmdSave; ++keys) hands.Type("\r");
-  if (ScanMain.ActiveControl() == &cmdSave) hands.Type("\r");
-}
-
-void ClickSave(Operator& hands) {
-  hands.ClaimSave();
-  cmdSave.Press();
-}
-
-void ClickOnceMore(Operator& hands) {
-  ClickSave(hands);
-  ClickSave(hands);
-}
-
-void TypeInBox(Operator& hands) {
-  const auto box = hands.Below(kInputBoxCount);
-  if (!txtInput[box].CanTakeFocus()) return;
-  txtInput[box].SetFocus();
-  hands.Type(TextFor(hands, FieldOfBox(static_cast<int>(box))));
-  if (hands.Coin()) hands.Type("\r");
-}
-
-void SomeKeys(Operator& hands) {
-  for (std::size_t keys = 1 + hands.Below(4); keys > 0; --keys) {
-    static const std::string kKeys =
-        "\r\r\t<>\x1b\b"
-        "s1x 8";
-    hands.Type(kKeys.substr(hands.Below(kKeys.size()), 1));
-  }
-}
-
-void PressOption(Operator& hands) { Option1[hands.Below(kEventKindCount)].Press(); }
-
-void TypeDate(Operator& hands) {
-  txtToday.SetFocus();
-  hands.Type(
-      hands.OneOf<std::string>({"11/18/04", "11/17/04", "11/17", "11/19/04", "abc", "11/1"}));
-  if (hands.Below(3) > 0) hands.Type("\r");
-}
-
-void TypeComment(Operator& hands) {
-  txtComments.SetFocus();
-  hands.Type(hands.OneOf<std::string>({"Crew#2", "Crew#1 north", "none"}));
-  if (hands.Coin()) hands.Type("\r");
-}
-
-/// Makes a cell current and gives the grid the focus, as a click in it does.
-bool ClickCell(Operator& hands) {
-  std::vector<int> columns;
-  for (int column = 0; column < TDBGrid1.ColumnCount(); ++column) {
-    if (TDBGrid1.Columns(column).Visible) columns.push_back(column);
-  }
-  TDBGrid1.Press();
-  if (ScanMain.ActiveControl() != &TDBGrid1 || !Data1.Recordset) return false;
-  if (Data1.Recordset.RowCount() == 0)
-    return false;  // leaving another control has changed the view
-  TDBGrid1.GoTo(hands.Below(Data1.Recordset.RowCount()), hands.OneOf(columns));
-  hands.Note("at row " + std::to_string(Data1.Recordset.Position()) + ", " +
-             TDBGrid1.Columns(TDBGrid1.Col).Caption);
-  return TDBGrid1.CanEdit();
-}
-
-/// Typed into a cell, and left there or not.
-void EditCell(Operator& hands) {
-  if (!ClickCell(hands)) return;
-  const bool isDate = TDBGrid1.Columns(TDBGrid1.Col).Caption == "Date";
-  const std::string text =
-      TextFor(hands, isDate ? kStopField : Operator::FieldInGrid(TDBGrid1.Col));
-  hands.Type(text.empty() ? "\b" : text);
-  if (hands.Below(3) > 0) hands.Type("\r");
-}
-
-void Select(Operator& hands) {
-  if (!ClickCell(hands) || Data1.Recordset.RowCount() == 0) return;
-  for (std::size_t more = 1 + hands.Below(2); more > 0; --more) {
-    TDBGrid1.ToggleSelected(hands.Below(Data1.Recordset.RowCount()));
-  }
-}
-
-void Delete(Operator& hands) {
-  for (const Bookmark row : TDBGrid1.SelBookmarks) hands.Named.Goes.insert(row);
-  hands.Choose(mnuDeleteLine);
-}
-
-void ClockInACrew(Operator& hands) {
-  std::set<int> all;
-  for (const auto& [crew, members] : kCrews) all.insert(members.begin(), members.end());
-  hands.ClaimNew(all, mnuUseTimeClock.Checked ? "I" : "X", 3);
-  hands.Named.WithoutPieces = mnuUseTimeClock.Checked;
-  hands.Choose(mnuClockInACrew);
-}
-
-std::set<int> ClockedIn(const Operator& hands) {
-  std::set<int> employees;
-  for (const auto& [id, line] : hands.Lines()) {
-    if (line.Day() == hands.Day() && line.Text(kTypeField) == "I")
-      employees.insert(line.Employee());
-  }
-  return employees;
-}
-
-void ClockOutAll(Operator& hands) {
-  const std::set<int> employees = ClockedIn(hands);
-  hands.ClaimNew(employees, "O", employees.size());
-  hands.Choose(mnuClockoutAllEmpls);
-}
-
-void ClockInAgain(Operator& hands) {
-  const std::set<int> employees = ClockedIn(hands);
-  hands.ClaimNew(employees, "I", employees.size());
-  hands.Choose(mnuReClockInAllEmpls);
-}
-
-template <MenuItem& item>
-void WorkOutHours(Operator& hands) {
-  hands.Named.HoursOfDay = mnuUseTimeClock.Checked;
-  hands.Choose(item);
-}
-
-template <MenuItem& item>
-void Command(Operator& hands) {
-  hands.Choose(item);
-}
-
-void PassTime(Operator& hands) {
-  hands.Laptop.Desktop.PassSeconds(static_cast<double>(60 * hands.Below(240)) + 0.7);
-  const Moment now = Now();
-  // Never beyond the day: a run that passes midnight is another matter.
-  if (now.Days - std::floor(now.Days) < 0.4 || hands.Below(12) == 0) {
-    hands.Laptop.SetClock("11/18/04 11:59:59 pm");
-    hands.Laptop.Desktop.PassSeconds(0.7);
-  }
-  if (std::floor(Now().Days) != 38309 || hands.Below(4) == 0) {
-    hands.Laptop.SetClock("11/18/04 7:00 am");
-  }
-}
-
-/// Another window at the same store deletes the newest line and enters one.
-void AnotherWindow(Operator& hands) {
-  hands.Meddled = true;
-  OutsideStore(hands.Laptop.App("Prin1234.mdb"))
-      .Do("DELETE FROM OstrelPr WHERE rowid = (SELECT max(rowid) FROM OstrelPr);"
-          "INSERT INTO OstrelPr(EMPL_NUMB, SORT_NAME, ETIME, EVENT_TYPE, QUANTITY, RATE, GROSS) "
-          "VALUES(150, ' ', 38309.25, 'I', 0, 0, 0)");
-}
-
-void OpenAgain(Operator& hands) {
-  hands.Laptop.Stop();
-  hands.Start();
-}
-
-const Act kActs[] = {
-    {"save by keys", 16, TypeAndSave},
-    {"click Save", 5, ClickSave},
-    {"click Save twice", 1, ClickOnceMore},
-    {"type in a box", 9, TypeInBox},
-    {"some keys", 6, SomeKeys},
-    {"event button", 9, PressOption},
-    {"standard rate", 2, [](Operator&) { chkStdRate.Press(); }},
-    {"type a date", 6, TypeDate},
-    {"type a comment", 1, TypeComment},
-    {"edit a cell", 11, EditCell},
-    {"click a cell", 3, [](Operator& hands) { ClickCell(hands); }},
-    {"select", 4, Select},
-    {"delete", 4, Delete},
-    {"crew", 3, ClockInACrew},
-    {"clock out", 3, ClockOutAll},
-    {"clock in again", 3, ClockInAgain},
-    {"watch", 4, WorkOutHours<mnuMinWageWatch>},
-    {"import", 6, WorkOutHours<mnuWriteImportFile>},
-    {"employee only", 3, Command<mnuDisplayCurrentEmpl>},
-    {"employee order", 3, Command<mnuEmplOrder>},
-    {"all dates", 3, Command<mnuDisplayAllDates>},
-    {"layout", 4, Command<mnuUseTimeClock>},
-    {"autoset", 2, Command<mnuAutosetTime>},
-    {"default in", 1, Command<mnuDefaultClockIn>},
-    {"default out", 1, Command<mnuDefaultClockOut>},
-    {"copy", 1, Command<mnuCopy>},
-    {"cut", 1, Command<mnuCut>},
-    {"paste", 1, Command<mnuPaste>},
-    {"jump", 2, Command<mnuJumpQDesc>},
-    {"print", 1, Command<mnuPrintLines>},
-    {"daily report", 1, Command<mnuEmplDailyRpt>},
-    {"time passes", 5, PassTime},
-    {"another window", 2, AnotherWindow},
-    {"open again", 1, OpenAgain},
-};
-
-/// The number that a text begins with, as far as hands type any.
-int LeadingNumber(const std::string& text) {
-  return static_cast<int>(std::lround(std::strtod(text.c_str(), nullptr)));
-}
-
-}  // namespace
-
-Hand DrawHand(unsigned seed, std::size_t steps) {
-  std::mt19937 random(seed);
-  std::vector<std::size_t> urn;
-  for (std::size_t act = 0; act < std::size(kActs); ++act)
-    urn.insert(urn.end(), kActs[act].Weight, act);
-  Hand hand(steps);
-  for (Step& step : hand) {
-    step.Act = urn[random() % urn.size()];
-    step.Luck = static_cast<unsigned>(random());
-    const std::size_t harm = random() % 100;
-    if (harm < 6) step.Harm = Step::Kind::Statement;
-    if (harm >= 6 && harm < 9) step.Harm = Step::Kind::Lock;
-    if (harm == 9) step.Harm = Step::Kind::FullDisk;
-  }
-  return hand;
-}
-
-std::string Operator::NameOf(const Step& step) {
-  static const char* const kHarms[] = {"", ", a statement fails", ", locked", ", disk full"};
-  return std::string(kActs[step.Act].Name) + kHarms[static_cast<int>(step.Harm)];
-}
 
 // ---- Boxes
 
@@ -356,36 +49,16 @@ std::string LuckyDesktop::ShowInputBox(const std::string& prompt, const std::str
   return LastTyped;
 }
 
-// ---- Statements
-
-void LuckyProbe::Arm(Harm& luck) {
-  toCome_ = luck.Below(60);
-  times_ = 1 + luck.Below(3);
-  behind_ = luck.Coin();
-  site_ = 0;
-}
-
-void LuckyProbe::Before(const StatementSite& site) {
-  if (OnReach) OnReach(site);
-  if (times_ > 0 && site_ == 0 && toCome_-- == 0) site_ = site.Line;
-  if (!behind_) FailAt(site);
-}
-
-void LuckyProbe::After(const StatementSite& site) {
-  if (OnDone) OnDone(site);
-  if (behind_) FailAt(site);
-}
-
-void LuckyProbe::FailAt(const StatementSite& site) {
-  if (times_ == 0 || site.Line != site_) return;
-  --times_;
-  struck_ = true;
-  throw Failure(3051, "Planted.");
-}
-
 // ---- The operator
 
-int Operator::FieldInGrid(int column) {
+double LeadingNumber(const std::string& text) {
+  const std::size_t digits = text.find_first_of("0123456789");
+  const bool begins = digits != text.npos && text.find_first_not_of(" +-.") == digits;
+  const bool hex = begins && text[digits] == '0' && text.substr(digits + 1).starts_with('x');
+  return begins && !hex ? std::strtod(text.c_str(), nullptr) : 0;
+}
+
+int FieldInGrid(int column) {
   static const int kFields[] = {kEmplField,      kQuantityField, kHoursField,     kNameField,
                                 kTimeField,      kTimeField,     kTypeField,      kQuanDescField,
                                 kRateField,      kGrossField,    kHourGrossField, kEnterpriseField,
@@ -404,20 +77,19 @@ RawLines Operator::Lines() const {
   return OutsideStore(Laptop.App("Prin1234.mdb")).Read().value_or(RawLines());
 }
 
-bool Operator::Carry(const Step& step) {
-  luck_ = Harm(step.Luck);
-  Desktop.Luck = Harm(step.Luck + 1);
+void Operator::BeginStep(unsigned luck, bool rude) {
+  luck_ = Harm(luck);
+  Desktop.Luck = Harm(luck + 1);
   Desktop.Reports.clear();
   Named = {};
+  Rude = rude;
   Commanded = Harmed = Meddled = false;
   if (TDBGrid1.Editing) ClaimCell();
+}
+
+bool Operator::Runs(const std::function<void()>& event) {
   try {
-    // Nothing is planted where the program starts, or where it only stands by.
-    const bool restart = kActs[step.Act].Run == OpenAgain;
-    Step mild = step;
-    if (restart) mild.Harm = Step::Kind::None;
-    const StepHarm harm(mild, Laptop.App("Prin1234.mdb"), Desktop, Probe, Harmed);
-    ScanMain.Raise([&] { kActs[step.Act].Run(*this); });
+    ScanMain.Raise(event);
     Laptop.Desktop.RunPosted();
   } catch (const ProgramEnded&) {
     return false;
@@ -450,8 +122,10 @@ void Operator::ClaimNew(const std::set<int>& employees, const char* types, std::
 
 void Operator::ClaimSave() {
   const bool timeClock = mnuUseTimeClock.Checked;
-  ClaimNew({LeadingNumber(txtInput[kEmplBox].Text)}, timeClock ? "IOP" : "X", timeClock ? 2 : 1);
-  Named.TypedByClock = timeClock && mnuAutosetTime.Checked && !Named.NewEmployees.contains(0);
+  const double employee = std::nearbyint(LeadingNumber(txtInput[kEmplBox].Text));
+  const bool isOne = employee >= 1 && employee <= 99999;
+  ClaimNew({isOne ? static_cast<int>(employee) : 0}, timeClock ? "IOP" : "X", timeClock ? 2 : 1);
+  Named.TypedByClock = timeClock && mnuAutosetTime.Checked && isOne;
   Named.WithoutPieces = timeClock;
 }
 
@@ -459,6 +133,19 @@ void Operator::Choose(MenuItem& item) {
   if (!item.Visible || !item.Enabled) return;
   Commanded = &item != &mnuCut && &item != &mnuCopy && &item != &mnuPaste;
   Laptop.Choose(item);
+}
+
+void Operator::Put(const std::string& text) {
+  if (!Rude) return Type(text);
+  Note("pastes " + text);
+  auto* box = dynamic_cast<TextBox*>(ScanMain.ActiveControl());
+  if (box != nullptr) box->Typed("", 0, 0);
+  if (box == nullptr && TDBGrid1.CanEdit()) {
+    ClaimCell();
+    TDBGrid1.BeginEdit("");
+  }
+  Desktop.SetClipboardText(text);
+  ScanMain.Raise(mnuPaste.Click);
 }
 
 void Operator::Type(std::string_view keys) {

@@ -1,35 +1,22 @@
 #pragma once
 
-// An operator whose hands a seed moves: one step is a key, a click, a command or an edit, with the
-// answers to whatever boxes come, and now and then harm that strikes meanwhile. A step is data of
-// its own, so that steps can be dropped from a hand and the rest played again.
+// An operator whose hands a seed moves: keys, clicks and commands on the form, and answers to whatever
+// boxes come. Each says what it names in the store before it acts.
 
 #include <functional>
 #include <map>
 #include <memory>
-#include <random>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "battery/battery.h"
-#include "frame/failure_reporting.h"
+#include "battery/hands_harm.h"
 #include "support/no_waiting.h"
 #include "support/outside_store.h"
 #include "support/payroll.h"
 
 namespace ostrel {
-
-struct Step {
-  std::size_t Act = 0;
-  unsigned Luck = 0;  ///< of texts, rows, answers and harm
-  enum class Kind { None, Statement, Lock, FullDisk } Harm = Kind::None;
-  bool operator==(const Step&) const = default;
-};
-using Hand = std::vector<Step>;
-
-/// The hand of a seed.
-Hand DrawHand(unsigned seed, std::size_t steps);
 
 /// What a step names, and so may change in the store.
 struct Claim {
@@ -69,25 +56,10 @@ class LuckyDesktop : public ScriptedDesktop {
   int retries_ = 0;
 };
 
-/// Fails some statements: a few times from one on, before it or behind it.
-class LuckyProbe : public StatementProbe {
- public:
-  explicit LuckyProbe(bool& struck) : struck_(struck) { SetStatementProbe(this); }
-  ~LuckyProbe() override { SetStatementProbe(nullptr); }
-  void Arm(Harm& luck);
-  void Disarm() { times_ = 0; }
-  void Before(const StatementSite& site) override;
-  void After(const StatementSite& site) override;
-
-  std::function<void(const StatementSite&)> OnReach, OnDone;  ///< for what is planted
-
- private:
-  void FailAt(const StatementSite& site);
-  std::size_t toCome_ = 0, times_ = 0;
-  bool behind_ = false;
-  std::int32_t site_ = 0;
-  bool& struck_;
-};
+/// The field that a column shows.
+int FieldInGrid(int column);
+/// The number that a text begins with; 0 where it begins with none.
+double LeadingNumber(const std::string& text);
 
 class Operator {
  public:
@@ -95,12 +67,10 @@ class Operator {
 
   void Start();
   std::function<void()> OnStarted;
-  /// Carries a step out.
+  void BeginStep(unsigned luck, bool rude);
+  /// Runs an event and what it posts.
   ///   returns  whether the program still runs
-  bool Carry(const Step& step);
-  static std::string NameOf(const Step& step);
-
-  // For the acts.
+  bool Runs(const std::function<void()>& event);
 
   std::size_t Below(std::size_t bound) { return luck_.Below(bound); }
   bool Coin() { return luck_.Coin(); }
@@ -111,6 +81,8 @@ class Operator {
   /// A key as the window hands it to the control with the focus; 0 for a key without a character.
   void Press(int keyCode, int character = 0);
   void Type(std::string_view keys);  ///< "\r" Enter, "\t" Tab, "\x1b" Esc, "\b" Backspace
+  /// Types a text, or pastes it over what is there when it is a rude one.
+  void Put(const std::string& text);
   void Choose(MenuItem& item);
   void ClaimSave();
   void ClaimNew(const std::set<int>& employees, const char* types, std::size_t lines);
@@ -118,15 +90,16 @@ class Operator {
   int Day() const;
   int DayOfNewLine() const;
   void Note(const std::string& what) { Desktop.Shown.push_back("  " + what); }
+  std::string StorePath() const { return Laptop.App("Prin1234.mdb"); }
   RawLines Lines() const;  ///< empty while the store is shut
   /// The cell in front of the operator will be written, if not now then when it is left.
   void ClaimCell();
-  static int FieldInGrid(int column);
 
   Payroll Laptop;
   LuckyDesktop Desktop{Laptop.Desktop};
   Claim Named;
   bool Commanded = false;  ///< the step gave a command that settles what is half typed
+  bool Rude = false;       ///< texts are whatever hands can paste
   bool Harmed = false;     ///< a planted harm has struck in this step
   LuckyProbe Probe{Harmed};
   bool Meddled = false;  ///< another program has changed lines in this step

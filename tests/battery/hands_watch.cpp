@@ -106,7 +106,7 @@ void Watch::BeforeStep() {
   importFault_.clear();
   dateHalfTyped_ = ScanMain.ActiveControl() == &txtToday;
   editRow_ = TDBGrid1.Editing ? viewBefore_.Current : 0;
-  editField_ = TDBGrid1.Editing ? Operator::FieldInGrid(TDBGrid1.Col) : -1;
+  editField_ = TDBGrid1.Editing ? FieldInGrid(TDBGrid1.Col) : -1;
   editText_ = TDBGrid1.EditText;
 }
 
@@ -209,7 +209,7 @@ std::string Watch::OnlyNamedLinesChange() {
 }
 
 std::string Watch::EditsAreSettled() {
-  if (!hands_.Commanded || hands_.Harmed) return {};
+  if (!hands_.Commanded || hands_.Harmed || hands_.Rude) return {};
   if (dateHalfTyped_ && hands_.Day() != 0 && txtToday.Text.Get().size() != 8)
     return "half typed: the date box holds " + txtToday.Text.Get();
   const auto line = lines_.find(editRow_);
@@ -230,8 +230,7 @@ std::string Watch::EditsAreSettled() {
 }
 
 Watch::Filter Watch::FilterNow() const {
-  const std::string& employee = txtInput[kEmplBox].Text;
-  return {hands_.Day(), mnuDisplayCurrentEmpl.Checked ? std::atoi(employee.c_str()) : 0};
+  return {hands_.Day(), mnuDisplayCurrentEmpl.Checked ? LeadingNumber(txtInput[kEmplBox].Text) : 0};
 }
 
 bool Watch::Filter::Holds(const RawLine& line) const {
@@ -281,7 +280,9 @@ std::string Watch::TotalsAreSums() {
     std::erase(text, ',');
     return std::strtod(text.c_str(), nullptr);
   };
-  const auto differs = [](double a, double b) { return std::abs(a - b) > 0.0051; };
+  const auto differs = [](double a, double b) {
+    return std::abs(a - b) > 0.0051 + 1e-9 * std::abs(b);
+  };
   if (differs(footer("QUANTITY"), quantity) || differs(footer("HOURS"), hours) ||
       differs(footer("GROSS"), gross))
     return "totals: " + TDBGrid1.Columns("QUANTITY").FooterText.Get() + " " +
@@ -302,14 +303,14 @@ std::string Watch::ViewStays() {
 
 /// Without harm nobody calls phone support.
 std::string Watch::NobodyReports() {
-  if (hands_.Desktop.Reports.empty()) return {};
+  if (hands_.Desktop.Reports.empty() || hands_.Rude) return {};
   const std::string& report = hands_.Desktop.Reports.front();
   if (hands_.Desktop.Reports.size() > 150) return "reports: they do not end: " + report;
   const auto says = [&](const char* text) { return report.find(text) != report.npos; };
   const bool clipboard = says("'mnuCut_") || says("'mnuCopy_") || says("'mnuPaste_");
   const std::string& query = Data1.RecordSource;
   const bool filter = query.find("EMPL_NUMB = ") != query.npos && says("(Err#30");
-  if (step_.Harm != Step::Kind::None || meddled_ || clipboard || filter) return {};
+  if (step_.Harm != HarmKind::None || meddled_ || clipboard || filter) return {};
   return "reports: " + report;
 }
 
@@ -319,10 +320,12 @@ void Watch::CheckImportFile(const std::string& message) {
   std::istringstream file(ReadWholeFile(hands_.Laptop.Disk("Pck-1234.asc")));
   std::vector<std::string> found;
   for (std::string line; std::getline(file, line);) found.push_back(line);
-  if (found.size() != 3 + std::strtoul(message.c_str(), nullptr, 10) && importFault_.empty())
-    importFault_ = "import: " + message + " but " + std::to_string(found.size());
+  const auto records = std::count_if(
+      found.begin(), found.end(), [](const std::string& line) { return !line.starts_with('*'); });
+  if (records != std::strtol(message.c_str(), nullptr, 10))
+    importFault_ = "import: " + message + " but " + std::to_string(records);
   const std::optional<RawLines> lines = store_->Read();
-  if (hands_.Harmed || !lines || meddled_) return;
+  if (hands_.Harmed || hands_.Rude || !lines || meddled_) return;
   static const char* const kWeekdays[] = {"Saturday",  "Sunday",   "Monday", "Tuesday",
                                           "Wednesday", "Thursday", "Friday"};
   std::vector<std::string> wanted = {"*1234, Sample Ranch",

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "battery/hands_acts.h"
 #include "battery/hands_operator.h"
 #include "platform/database/recordset.h"
 #include "support/outside_store.h"
@@ -22,8 +23,6 @@ class Watch {
   void BeforeStep();
   /// returns  what does not hold: "a word or two: the particulars", or ""
   std::string AfterStep(const Step& step, bool running);
-  /// The same of a run that has ended, from what its last step has left.
-  const RawLines& LastLines() const { return lines_; }
 
  private:
   using Check = std::string (Watch::*)();
@@ -38,7 +37,8 @@ class Watch {
   static View ViewNow();
   /// Which lines the view is to show; 0 for all.
   struct Filter {
-    int Day = 0, Employee = 0;
+    int Day = 0;
+    double Employee = 0;
     bool Holds(const RawLine& line) const;
   };
   Filter FilterNow() const;

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "battery/battery.h"
+#include "battery/hands_acts.h"
 #include "battery/hands_operator.h"
 #include "battery/hands_watch.h"
 #include "frame/app_state.h"
@@ -131,13 +132,13 @@ class Player {
     hands.Start();
     int number = 0;
     for (const Step& step : hand) {
-      hands.Note(std::to_string(++number) + ". " + Operator::NameOf(step));
+      hands.Note(std::to_string(++number) + ". " + NameOf(step));
       watch.BeforeStep();
-      const bool running = hands.Carry(step);
+      const bool running = Carry(hands, step);
       std::string fault = watch.AfterStep(step, running);
       WriteLog(hands);
       if (!fault.empty()) {
-        folder_->Write("found", "after " + Operator::NameOf(step) + ": " + fault);
+        folder_->Write("found", "after " + NameOf(step) + ": " + fault);
         _exit(1);
       }
       if (!running) hands.Start();
@@ -185,8 +186,8 @@ Hand Shrink(Player& player, Hand hand, Plant plant = nullptr) {
     }
   }
   for (Step& step : hand) {
-    const Step::Kind harm = std::exchange(step.Harm, Step::Kind::None);
-    if (harm != Step::Kind::None && !fails(hand)) step.Harm = harm;
+    const HarmKind harm = std::exchange(step.Harm, HarmKind::None);
+    if (harm != HarmKind::None && !fails(hand)) step.Harm = harm;
   }
   return hand;
 }
