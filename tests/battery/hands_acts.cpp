@@ -8,7 +8,6 @@
 #include "platform/database/recordset.h"
 #include "platform/forms/control.h"
 #include "platform/values/clock.h"
-#include "platform/values/value.h"
 #include "scan_main/scan_main.h"
 #include "support/outside_store.h"
 

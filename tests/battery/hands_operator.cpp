@@ -8,7 +8,6 @@
 #include "platform/forms/form.h"
 #include "platform/values/clock.h"
 #include "platform/values/failure.h"
-#include "platform/values/value.h"
 #include "scan_main/scan_main.h"
 
 namespace ostrel {

@@ -7,10 +7,7 @@
 
 #include "battery/battery.h"
 #include "battery/working_day.h"
-#include "platform/database/recordset.h"
-#include "platform/values/text.h"
 #include "scan_main/scan_main.h"
-#include "support/ask_sqlite.h"
 
 namespace ostrel {
 namespace {
