@@ -123,7 +123,9 @@ void Operator::ClaimSave() {
   const bool timeClock = mnuUseTimeClock.Checked;
   const double employee = std::nearbyint(LeadingNumber(txtInput[kEmplBox].Text));
   const bool isOne = employee >= 1 && employee <= 99999;
-  ClaimNew({isOne ? static_cast<int>(employee) : 0}, timeClock ? "IOP" : "X", timeClock ? 2 : 1);
+  // A number that is nobody's is refused, but not the clock-in that was agreed to for it.
+  const int known = std::abs(employee) < 1e9 ? static_cast<int>(employee) : 0;
+  ClaimNew({known}, timeClock ? "IOP" : "X", timeClock ? 2 : 1);
   Named.TypedByClock = timeClock && mnuAutosetTime.Checked && isOne;
   Named.WithoutPieces = timeClock;
 }

@@ -70,16 +70,20 @@ Watch::Watch(Operator& hands) : hands_(hands) {
 
 void Watch::Started() {
   store_ = std::make_unique<OutsideStore>(hands_.Laptop.App("Prin1234.mdb"));
-  lines_ = seen_ = *store_->Read();
+  lines_ = *store_->Read();
+  if (seen_.empty()) seen_ = lines_;
   const auto note = [this] {
     filter_ = FilterNow();
     byEmployee_ = mnuEmplOrder.Checked;
   };
   note();
+  totalled_ = filter_;
   Data1.RecordSource.AfterChange = note;
   Data1.Reloaded = [this, bound = Data1.Reloaded] {
     bound();
     reloaded_ = true;
+    atReload_ = store_->Read();
+    if (atReload_) rows_ = Selection(*atReload_);
     totalled_ = FilterNow();
     hasTotals_ = !mnuDisplayCurrentEmpl.Checked || IsNumber(txtInput[kEmplBox].Text);
   };
@@ -238,15 +242,15 @@ bool Watch::Filter::Holds(const RawLine& line) const {
   return Employee <= 0 || line.Number(kEmplField) == Employee;
 }
 
-std::vector<Bookmark> Watch::Selection() const {
+std::vector<Bookmark> Watch::Selection(const RawLines& lines) const {
   std::vector<Bookmark> rows;
-  for (const auto& [row, line] : lines_) {
+  for (const auto& [row, line] : lines) {
     if (filter_.Holds(line)) rows.push_back(row);
   }
-  std::sort(rows.begin(), rows.end(), [this](Bookmark a, Bookmark b) {
+  std::sort(rows.begin(), rows.end(), [&](Bookmark a, Bookmark b) {
     // Null stands before all else.
-    const auto key = [this](Bookmark row, int field) {
-      const RawLine& line = lines_.at(row);
+    const auto key = [&](Bookmark row, int field) {
+      const RawLine& line = lines.at(row);
       return line.IsNull(field) ? -1e9 : line.Number(field);
     };
     if (!byEmployee_) return std::pair(key(a, kTimeField), a) > std::pair(key(b, kTimeField), b);
@@ -258,14 +262,16 @@ std::vector<Bookmark> Watch::Selection() const {
 
 std::string Watch::RowsAreThoseOfTheView() {
   const std::vector<Bookmark> shown = ViewNow().Rows;
-  if (reloaded_) rows_ = Selection();
-  if (!reloaded_ && (hands_.Harmed || meddled_)) rows_ = shown;  // as far as the command got
+  const bool known = reloaded_ ? atReload_.has_value() : !hands_.Harmed && !meddled_;
+  if (!known) rows_ = shown;  // as far as the command got
   if (shown == rows_) return {};
   return "rows: " + std::to_string(shown.size()) + " show of " + std::to_string(rows_.size());
 }
 
 std::string Watch::TotalsAreSums() {
-  if (!reloaded_ || !hasTotals_ || hands_.Harmed) return {};
+  // A cell that is written behind them waits for the next ones.
+  const bool fresh = reloaded_ && atReload_ == lines_;
+  if (!fresh || !hasTotals_ || hands_.Harmed) return {};
   double quantity = 0, hours = 0, gross = 0;
   std::size_t count = 0;
   for (const auto& [row, line] : lines_) {
@@ -310,6 +316,7 @@ std::string Watch::NobodyReports() {
   const bool clipboard = says("'mnuCut_") || says("'mnuCopy_") || says("'mnuPaste_");
   const std::string& query = Data1.RecordSource;
   const bool filter = query.find("EMPL_NUMB = ") != query.npos && says("(Err#30");
+  if (says("is too small for the text")) return {};  // hands type on where the window would not
   if (step_.Harm != HarmKind::None || meddled_ || clipboard || filter) return {};
   return "reports: " + report;
 }

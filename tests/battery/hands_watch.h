@@ -3,7 +3,7 @@
 // What must hold after each step of random hands, worked out from the raw lines of the file and from
 // what stands on the form, with nothing of the program's own arithmetic.
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,7 +42,7 @@ class Watch {
     bool Holds(const RawLine& line) const;
   };
   Filter FilterNow() const;
-  std::vector<Bookmark> Selection() const;
+  std::vector<Bookmark> Selection(const RawLines& lines) const;
 
   std::string NothingIsHeldBack();
   std::string OnlyNamedLinesChange();
@@ -58,6 +58,7 @@ class Watch {
   Operator& hands_;
   std::unique_ptr<OutsideStore> store_;
   RawLines before_, lines_, seen_;
+  std::optional<RawLines> atReload_;
   View viewBefore_;
   bool reloaded_ = false, meddled_ = false, dateHalfTyped_ = false;
   Filter filter_, totalled_;  // of the rows on show, and of the sums below them
