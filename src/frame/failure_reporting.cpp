@@ -94,7 +94,7 @@ class LogRecord {
  public:
   LogRecord() {
     try {
-      file_.Open(DataPath + kPathSeparator + "Errors.Log");
+      file_.Open(LogPath());
     } catch (const Failure&) {
       lost_ = true;
     }
