@@ -194,19 +194,20 @@ Hand Shrink(Player& player, Hand hand, Plant plant = nullptr) {
 
 constexpr std::size_t kSteps = 100;  // of a hand
 
-/// The seed that the environment asks for alone, to see a failure again.
+/// The seed of a failure that is to be seen again, alone: from the environment, as it was printed.
 unsigned SeedAskedFor() {
   const char* asked = std::getenv("OSTREL_HANDS_SEED");
   return asked == nullptr ? 0 : static_cast<unsigned>(std::strtoul(asked, nullptr, 10));
 }
 
-/// Hands of the seeds that follow each other, until one of them finds what is planted.
-bool IsFound(Player& player, Plant plant, const std::string& sorts) {
+/// The first of the hands below that finds what is planted; none: no steps.
+Hand HandThatFinds(Player& player, Plant plant, const std::string& sorts) {
   for (unsigned seed = kSeed; seed < kSeed + 100; ++seed) {
-    const std::string found = player.Play(DrawHand(seed, kSteps), plant);
-    if (!found.empty() && sorts.find(SortOf(found)) != sorts.npos) return true;
+    Hand hand = DrawHand(seed, kSteps);
+    const std::string found = player.Play(hand, plant);
+    if (!found.empty() && sorts.find(SortOf(found)) != sorts.npos) return hand;
   }
-  return false;
+  return {};
 }
 
 TEST(RandomHands, LeaveEverythingAsItMustBe) {
@@ -222,27 +223,26 @@ TEST(RandomHands, LeaveEverythingAsItMustBe) {
                  {"half typed", NothingIsSettled, "half typed|import"},
                  {"bound before", WalksWhatWasBound, "not named"}};
   for (const auto& each : planted) {
-    const bool found = IsFound(player, each.Fault, each.FoundAs);
-    EXPECT_TRUE(found) << each.Name << " was planted and not found";
-    row.Control += found ? 1 : 0;
+    const Hand hand = HandThatFinds(player, each.Fault, each.FoundAs);
+    EXPECT_FALSE(hand.empty()) << each.Name << " was planted and not found";
+    EXPECT_LE(Shrink(player, hand, each.Fault).size(), 12U) << each.Name;
+    row.Control += hand.empty() ? 0 : 1;
   }
   const unsigned asked = SeedAskedFor();
   const int hands = asked != 0 ? 1 : Runs(3000, 100);
-  std::map<std::string, int> sorts;
+  std::map<std::string, int> found;  // hands, by the sort of what they found
   for (int number = 0; number < hands; ++number) {
     const unsigned seed = asked != 0 ? asked : kSeed + static_cast<unsigned>(number);
-    Hand hand = DrawHand(seed, kSteps);
-    const std::string found = player.Play(hand);
+    const Hand hand = DrawHand(seed, kSteps);
+    const std::string fault = player.Play(hand);
     row["steps"] += std::ssize(hand);
-    if (found.empty()) continue;
-    if (++sorts[SortOf(found)] > 1 && std::getenv("OSTREL_ALL") == nullptr) continue;
-    hand = Shrink(player, hand);
-    const std::string last = player.Play(hand);
-    ADD_FAILURE() << "seed " << seed << ", " << found << "\nshrunk to " << hand.size()
-                  << " steps: " << last << "\n"
+    if (fault.empty() || ++found[SortOf(fault)] > 1) continue;
+    const Hand shortest = Shrink(player, hand);
+    ADD_FAILURE() << "OSTREL_HANDS_SEED=" << seed << ", " << fault << "\n"
+                  << shortest.size() << " steps do it: " << player.Play(shortest) << "\n"
                   << player.Log();
   }
-  for (const auto& [sort, count] : sorts) std::cout << "  " << count << " x " << sort << "\n";
+  for (const auto& [sort, count] : found) std::cout << count << " hands found: " << sort << "\n";
 }
 
 }  // namespace
