@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "scan_main/scan_main.h"
 #include "support/agreeing_desktop.h"
 #include "support/payroll.h"
+#include "support/standing_checks.h"
 
 namespace ostrel {
 namespace {
@@ -178,6 +180,39 @@ struct Outcome {
   std::string State;
   std::set<std::string> Reached;
   std::vector<std::string> Reports;
+  std::string Fault;  // of what must hold whatever has been ignored
+};
+
+/// Another program, which looks whenever a command is back and finds what must not be.
+class Onlooker {
+ public:
+  Onlooker(Payroll& payroll, std::string& fault)
+      : payroll_(payroll), fault_(fault), store_(payroll.App("Prin1234.mdb")) {
+    payroll_.AfterCommand = [this] { Look(); };
+  }
+  ~Onlooker() { payroll_.AfterCommand = {}; }
+  Onlooker(const Onlooker&) = delete;
+  Onlooker& operator=(const Onlooker&) = delete;
+
+  /// Ten lines more, each looked at.
+  void LookOnAtTenSaves() {
+    Look();
+    const std::size_t before = lines_;
+    for (int save = 0; save < 10; ++save) payroll_.Save("130");
+    if (fault_.empty() && lines_ < before + 10) fault_ = "not all of ten saves are stored";
+  }
+
+ private:
+  void Look() {
+    if (!fault_.empty() || !ScanMain.Visible) return;
+    const auto lines = store_.Read();
+    fault_ = lines ? StandingFault(payroll_, store_, *lines) : "nobody can read the store";
+    lines_ = lines ? lines->size() : 0;
+  }
+  Payroll& payroll_;
+  std::string& fault_;
+  OutsideStore store_;
+  std::size_t lines_ = 0;
 };
 
 std::string StateOf(Payroll& payroll) {
@@ -198,17 +233,27 @@ std::string StateOf(Payroll& payroll) {
   return state;
 }
 
-Outcome Play(const Scenario& scenario, const std::string& target, bool behind, BoxAnswer answer) {
+///   goesOn  the operator works on behind the scenario, under the eyes of other programs
+Outcome Play(const Scenario& scenario, const std::string& target, bool behind, BoxAnswer answer,
+             bool goesOn = false) {
   Payroll payroll;
   AgreeingDesktop desktop(payroll.Desktop, answer);
   const Planter planter(target, behind);
+  Outcome outcome;
   try {
     payroll.Start();
+    std::optional<Onlooker> onlooker;
+    if (goesOn) onlooker.emplace(payroll, outcome.Fault);
+    if (goesOn && &scenario == kScenarios) onlooker->LookOnAtTenSaves();
     scenario.Run(payroll, desktop);
+    if (goesOn && ScanMain.Visible) onlooker->LookOnAtTenSaves();
   } catch (const ProgramEnded&) {
     // As when no client is found because the folder's listing was skipped.
   }
-  return {StateOf(payroll), planter.Reached, desktop.Reports};
+  outcome.State = StateOf(payroll);
+  outcome.Reached = planter.Reached;
+  outcome.Reports = desktop.Reports;
+  return outcome;
 }
 
 class Sweep : public testing::TestWithParam<Scenario> {};
@@ -239,7 +284,8 @@ TEST_P(Sweep, RetryAndIgnore) {
     EXPECT_TRUE(ignored.Reports[0].starts_with("Planted. (Err#3022) in " + site));
 
     // Ignored in its place, whatever follows is reported and comes to an end.
-    const Outcome skipped = Play(GetParam(), site, false, BoxAnswer::Ignore);
+    const Outcome skipped = Play(GetParam(), site, false, BoxAnswer::Ignore, true);
+    EXPECT_EQ(skipped.Fault, "");
     ASSERT_FALSE(skipped.Reports.empty());
     EXPECT_TRUE(skipped.Reports[0].starts_with("Planted."));
     for (const std::string& report : skipped.Reports) {

@@ -8,7 +8,8 @@ namespace ostrel {
 
 void SetSortName(const FailureTail& statement, std::int32_t line, const Recordset& timecard,
                  std::int32_t EmplNumb) {
-  bool found = NumOrZero(PrmsRs, "EMPL_NUMB") == static_cast<float>(EmplNumb);
+  // A table that stands on no record answers 0, which is nobody's number.
+  bool found = EmplNumb != 0 && NumOrZero(PrmsRs, "EMPL_NUMB") == static_cast<float>(EmplNumb);
   if (!found) {
     statement(line, [&] {
       PrmsRs.Seek("=", EmplNumb);

@@ -108,12 +108,14 @@ void Payroll::Choose(MenuItem& item) {
   ASSERT_TRUE(item.Visible && item.Enabled) << item.Name;
   ScanMain.Choose(item);
   Desktop.RunPosted();
+  if (AfterCommand) AfterCommand();
 }
 
 void Payroll::Save(std::string_view employee) {
   Fill(txtInput[kEmplBox], employee);
   cmdSave.Press();
   Desktop.RunPosted();
+  if (AfterCommand) AfterCommand();
 }
 
 void Payroll::AddLine(const std::string& lines) {

@@ -3,6 +3,7 @@
 // A laptop with a made-up client, for tests of the program as a whole: a folder with the office's
 // tables, the office's disk, an ini file of its own, the scripted desktop, and a foreman's hands.
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,7 @@ class Payroll {
   void Fill(TextBox& box, std::string_view text);
   /// The row of boxes from the first on: "130|127.25|9|LBS|.27|12|70|101|CLEAN UP".
   static void FillBoxes(const std::string& texts);
+  std::function<void()> AfterCommand;  ///< where it is set, called behind each choice and save
   void Choose(MenuItem& item);  ///< as a click on it; disabled or hidden entries fail the test
   /// The same with all that is shown meanwhile, as ScriptedDesktop::Expect has it.
   void Choose(MenuItem& item, const std::string& shown) {
