@@ -320,7 +320,9 @@ TEST(LineCommands, CutCopyAndPasteActOnTheCurrentCell) {
 
 TEST(LineCommands, PasteNoMoreThanABoxHolds) {
   RunningPayroll payroll;
-  payroll.Desktop.SetClipboardText(std::string(10'000'000, 'x'));
+  std::string book;
+  book.resize(10'000'000, 'x');
+  payroll.Desktop.SetClipboardText(book);
   for (TextBox* box : {&txtComments, &txtInput[kMemoBox]}) {
     int said = 0;
     box->Full = [&] { ++said; };

@@ -7,7 +7,6 @@
 #include "frame/standard_rate.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/dates.h"
-#include "platform/values/numbers.h"
 #include "platform/values/text.h"
 #include "scan_main/scan_main.h"
 #include "store/timecard_store.h"

@@ -453,7 +453,7 @@ TEST_F(FormViewTest, AReleaseAndAPressOfOneMomentAreARepetition) {
     QCoreApplication::sendEvent(Window->windowHandle(), &event);
   };
   send(QEvent::KeyPress, 1000);
-  for (const quint64 repeated : {1500, 1530, 1560}) {
+  for (const quint64 repeated : {1500U, 1530U, 1560U}) {
     send(QEvent::KeyRelease, repeated);
     send(QEvent::KeyPress, repeated);
   }

@@ -145,7 +145,15 @@ class Grid : public KeyControl {
   Value CellValue(const std::string& text, const Value& old) const;
   bool HasRow() const;
   bool HasCell() const { return HasRow() && Col >= 0 && Col < ColumnCount(); }
-  struct View;
+  /// What KeepView brings back.
+  struct View {
+    std::string Query;
+    std::ptrdiff_t Row = -1;  // of the current cell, as is Column
+    Bookmark RowMark = 0;
+    int Column = -1;
+    int Top = 0;
+    std::vector<Bookmark> Selected;
+  };
   void Show(const View& view);
 
   std::vector<std::unique_ptr<Column>> columns_;

@@ -7,15 +7,6 @@
 
 namespace ostrel {
 
-struct Grid::View {
-  std::string Query;
-  std::ptrdiff_t Row = -1;  // of the current cell, as is Column
-  Bookmark RowMark = 0;
-  int Column = -1;
-  int Top = 0;
-  std::vector<Bookmark> Selected;
-};
-
 namespace {
 
 bool StandsAt(const Recordset& rows, std::size_t position, Bookmark mark) {
