@@ -16,6 +16,10 @@ bool JobStepAborted = false;
 
 std::string StorePath() { return DataPath + kPathSeparator + "Prin" + ClientNumb + ".mdb"; }
 
+std::string LogPath() { return ExecutableFolder() + kPathSeparator + "Errors.Log"; }
+
+std::string PrintedFolder() { return DataPath + kPathSeparator + "Printed"; }
+
 void ResetAppState() {
   for (std::string* text :
        {&DataPath, &RemoteDrive, &ClientNumb, &DefaultClockIn, &DefaultClockOut}) {

@@ -95,7 +95,7 @@ class LogRecord {
  public:
   LogRecord() {
     try {
-      file_.Open(DataPath + kPathSeparator + "Errors.Log");
+      file_.Open(LogPath());
     } catch (const Failure&) {
       lost_ = true;
     }
