@@ -303,7 +303,7 @@ TEST_F(StoreTest, PathsToOneFileSeeEachOtherAndOthersWhatABoxWaitsOn) {
   std::optional<Gathering> gathering(db);
   AddNumbered(2);
   std::filesystem::create_hard_link(path, folder.Path("other name"));
-  for (const Database& each : {lookup, OpenDatabase(folder.Path("other name"))}) {
+  for (const Database& each : {lookup, OpenTimecards(folder.Path("other name"))}) {
     EXPECT_EQ(Walk(each.OpenRecordset("SELECT Count(EMPL_NUMB) as X from [OstrelPr]")), "2");
   }
   EXPECT_EQ(count(), "0") << "still gathered";

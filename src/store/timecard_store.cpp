@@ -28,7 +28,7 @@ void DeleteIndexIfThere(const char* index) {
 /// A try whose last step failed has put the store in its place already.
 Database MadeStore() {
   return IsTaken(StorePath()) ? OpenTimecards(StorePath())
-                            : CreateDatabase(StorePath(), TimecardFormat());
+                              : CreateDatabase(StorePath(), TimecardFormat());
 }
 
 }  // namespace
