@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 
 #include "battery/battery.h"
 #include "battery/hands_acts.h"
@@ -28,7 +29,8 @@ template <MenuItem& item>
 void GatherForEver(Operator& hands) {
   item.Click = [&hands, click = item.Click] {
     click();
-    if (!hands.Desktop.Reports.empty()) PrinDb.ShareCommits();
+    static std::optional<Gathering> unended;
+    if (!hands.Desktop.Reports.empty()) unended.emplace(PrinDb);
   };
 }
 
