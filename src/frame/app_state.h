@@ -18,7 +18,7 @@ inline constexpr const char* DbaseExt = ".dbf";
 
 // Who and where.
 extern std::string
-    DataPath;  ///< folder of the executable: store, tables and log; no separator behind
+    DataPath;  ///< the application folder: store, tables and log; no separator behind
 extern std::string
     RemoteDrive;  ///< exchange folder on the office's disk, ending in a separator; "" unknown
 extern std::string ClientNumb;  ///< four characters, from the names of the client's files

@@ -10,6 +10,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/text_output.h"
+#include "platform/files/user_folders.h"
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/text.h"
@@ -96,7 +97,7 @@ class LogRecord {
  public:
   LogRecord() {
     try {
-      file_.Open(DataPath + kPathSeparator + "Errors.Log");
+      file_.Open(ApplicationFolder() + kPathSeparator + "Errors.Log");
     } catch (const Failure&) {
       lost_ = true;
     }

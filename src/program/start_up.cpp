@@ -13,6 +13,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/staged_files.h"
+#include "platform/files/user_folders.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
@@ -101,7 +102,7 @@ void Form_Load() {
   std::string users;
   statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
   if (!users.empty()) statement(1016, [&] { UserCount = ToLong(NumericPrefix(users)); });
-  statement(1020, [] { DataPath = ExecutableFolder(); });
+  statement(1020, [] { DataPath = ApplicationFolder(); });
   if (RemoteDrive.empty()) {
     statement(1030, [] { ExitWShowManual(); });
     statement(1040, [] { LoadDescFiles(); });

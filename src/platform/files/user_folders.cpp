@@ -1,0 +1,97 @@
+#include "platform/files/user_folders.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "platform/files/files.h"
+#include "platform/files/os_file.h"
+
+#ifdef _WIN32
+#include <shlobj.h>
+#else
+#include <sys/stat.h>
+#endif
+
+namespace ostrel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string& FolderGiven() {
+  static std::string folder;
+  return folder;
+}
+
+#ifdef _WIN32
+
+fs::path Documents() {
+  wchar_t folder[MAX_PATH] = {};
+  SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, folder);
+  return folder;
+}
+
+// The folder above, the user's own, hands its rights down.
+bool MakeFolder(const fs::path& path) {
+  std::error_code refused;
+  return fs::create_directory(path, refused);
+}
+
+#else
+
+std::string Home() {
+  const char* home = std::getenv("HOME");
+  return home != nullptr ? home : "";
+}
+
+// A line of user-dirs.dirs is XDG_DOCUMENTS_DIR="$HOME/..." or an absolute path in the quotes, with
+// a backslash before a character that means something to a shell.
+std::string ConfiguredDocuments() {
+  constexpr std::string_view kKey = "XDG_DOCUMENTS_DIR=\"";
+  constexpr std::string_view kHome = "$HOME";
+  std::ifstream lines(PathFromUtf8(ConfigurationFolder() + "/user-dirs.dirs"));
+  std::string found;
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with(kKey)) continue;
+    found.clear();
+    for (std::size_t at = kKey.size(); at < line.size() && line[at] != '"'; ++at) {
+      if (line[at] == '\\' && at + 1 < line.size()) ++at;
+      found += line[at];
+    }
+    if (found.starts_with(kHome)) found.replace(0, kHome.size(), Home());
+  }
+  return found;
+}
+
+fs::path Documents() {
+  const std::string configured = ConfiguredDocuments();
+  return fs::path(configured).is_absolute() ? configured : Home() + "/Documents";
+}
+
+bool MakeFolder(const fs::path& path) { return mkdir(path.c_str(), S_IRWXU) == 0; }
+
+#endif
+
+}  // namespace
+
+std::string DocumentsFolder() { return Utf8FromPath(Documents()); }
+
+bool MakePrivateFolder(const std::string& path) {
+  fs::path made;
+  for (const fs::path& part : PathFromUtf8(path)) {
+    made /= part;
+    std::error_code unreachable;
+    if (!fs::is_directory(made, unreachable) && !MakeFolder(made)) return false;
+  }
+  return !made.empty();
+}
+
+std::string ApplicationFolder() {
+  return FolderGiven().empty() ? ExecutableFolder() : FolderGiven();
+}
+
+void SetApplicationFolder(const std::string& path) { FolderGiven() = path; }
+
+}  // namespace ostrel

@@ -1,0 +1,25 @@
+#pragma once
+
+// Folders that belong to the user before any of them belongs to the program: where the desktop keeps
+// his documents, and the folder with the client's files that this run works in.
+
+#include <string>
+
+namespace ostrel {
+
+/// The user's documents: on Windows where the system has them; elsewhere XDG_DOCUMENTS_DIR of the
+/// desktop's user-dirs.dirs, or Documents in the home folder.
+std::string DocumentsFolder();
+
+/// Makes the folder, and those above it that are missing, each for its user alone.
+///   returns  whether a folder of that path is there now
+bool MakePrivateFolder(const std::string& path);
+
+/// Folder of the client's tables, of the store and of the log, without a separator behind it: the one
+/// that was given, else the executable's.
+std::string ApplicationFolder();
+
+/// The empty text brings the executable's folder back.
+void SetApplicationFolder(const std::string& path);
+
+}  // namespace ostrel
