@@ -15,8 +15,8 @@
 
 #include "frame/app_state.h"
 #include "platform/files/files.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_program.h"
+#include "platform/values/calendar.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "program/event_table.h"
@@ -156,25 +156,16 @@ int main(int argc, char** argv) {
     std::cerr << "usage: play_sample_day <application folder> <folder for the results>\n";
     return 2;
   }
+  ostrel::QtProgram program(argc, argv);
   qInstallMessageHandler(Say);
-  QApplication::setStyle("Fusion");
-  QApplication application(argc, argv);
   ostrel::SetExecutable(argv[1], "OstrelPayroll");
-  ostrel::EventEdge edge;
-  ostrel::QtDesktop desktop(edge);
-  ostrel::SetDesktop(&desktop);
   ostrel::LoadScanMain();
-  ostrel::FormView window(ostrel::ScanMain, edge);
-  QApplication::setFont(window.TextFont());
 
   const QDir results(argv[2]);
   Album album(results);
   BoxPresser presser(album);
-  edge.Run([] {
-    ostrel::ScanMain.Raise(ostrel::ScanMain.Load);
-    ostrel::ScanMain.Show();
-  });
-  if (edge.Ended() || !QTest::qWaitForWindowExposed(&window)) return 1;
+  ostrel::FormView& window = program.Open(ostrel::ScanMain);
+  if (program.Edge().Ended() || !QTest::qWaitForWindowExposed(&window)) return 1;
   Foreman foreman(window, album);
   PlayDay(foreman);
   window.close();

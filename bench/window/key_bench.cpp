@@ -1,7 +1,6 @@
 // From a key press to the repainted window, off screen: typing, Enter on Save, and a page down among
 // 250,000 lines. A hand that types without looking up feels anything above two frames of a screen.
 
-#include <QApplication>
 #include <QEvent>
 #include <QTest>
 
@@ -11,8 +10,7 @@
 #include <vector>
 
 #include "display/displayed_lines.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_program.h"
 #include "platform/values/clock.h"
 #include "program/event_table.h"
 #include "scan_main/scan_main.h"
@@ -96,20 +94,12 @@ std::vector<double> Times(const std::function<double()>& press) {
 int main(int argc, char** argv) {
   using namespace ostrel;
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication::setStyle("Fusion");
-  QApplication application(argc, argv);
   Payroll laptop;
   FillStore(laptop.App("Prin1234.mdb"), kLines);
-  EventEdge edge;
-  QtDesktop desktop(edge);
-  SetDesktop(&desktop);
+  QtProgram program(argc, argv);
   SetClock([] { return Moment{kLastDay + 0.75}; });
   LoadScanMain();
-  FormView window(ScanMain, edge);
-  edge.Run([] {
-    ScanMain.Raise(ScanMain.Load);
-    ScanMain.Show();
-  });
+  FormView& window = program.Open(ScanMain);
   if (!QTest::qWaitForWindowExposed(&window)) return 1;
 
   Keyboard keyboard(window);

@@ -1,10 +1,7 @@
 // From the start of the process to the painted window, and the memory it then holds, with 250,000
 // lines in the store. Each start is a process of its own.
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QProcess>
-#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -13,8 +10,7 @@
 #include <vector>
 
 #include "platform/files/files.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_program.h"
 #include "program/event_table.h"
 #include "scan_main/scan_main.h"
 #include "store_floor.h"
@@ -38,20 +34,10 @@ double ResidentMegabytes() {
 
 /// What main does, up to the painted window; prints the seconds of the clock and the memory.
 int Start(int argc, char** argv) {
-  QApplication::setStyle("Fusion");
-  QApplication application(argc, argv);
   ostrel::SetExecutable(argv[2], "OstrelPayroll");
-  ostrel::EventEdge edge;
-  ostrel::QtDesktop desktop(edge);
-  ostrel::SetDesktop(&desktop);
+  ostrel::QtProgram program(argc, argv);
   ostrel::LoadScanMain();
-  ostrel::FormView window(ostrel::ScanMain, edge);
-  QApplication::setFont(window.TextFont());
-  edge.Run([] {
-    ostrel::ScanMain.Raise(ostrel::ScanMain.Load);
-    ostrel::ScanMain.Show();
-  });
-  window.repaint();
+  program.Open(ostrel::ScanMain).repaint();
   QApplication::processEvents();
   std::cout << std::fixed << SecondsNow() << " " << ResidentMegabytes() << std::endl;
   return 0;
