@@ -3,6 +3,7 @@
 
 #include "against_floor.h"
 #include "display/displayed_lines.h"
+#include "scan_main/scan_main.h"
 #include "started.h"
 #include "support/dbf_builder.h"
 

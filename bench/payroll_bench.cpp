@@ -8,8 +8,8 @@
 
 #include "against_floor.h"
 #include "display/displayed_lines.h"
-#include "entry/write_line.h"
 #include "hours/employee_hours.h"
+#include "scan_main/scan_main.h"
 #include "started.h"
 
 namespace ostrel {

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "frame/app_state.h"
 #include "store_floor.h"
 #include "support/payroll.h"
 

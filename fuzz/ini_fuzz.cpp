@@ -9,7 +9,8 @@ namespace {
 
 // A file of UTF-16 as one of UTF-8, with a mark as well.
 std::string InUtf8(std::string_view file) {
-  return "\xEF\xBB\xBF" + FromUtf16(file.substr(2), file.front() == '\xFE');
+  const ByteOrder order = file.front() == '\xFE' ? ByteOrder::BigEnd : ByteOrder::LittleEnd;
+  return "\xEF\xBB\xBF" + FromUtf16(file.substr(2), order);
 }
 
 // What stands in the first text between the beginning and the end that both have in common.

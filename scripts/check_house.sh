@@ -6,8 +6,10 @@
 set -euo pipefail
 
 rules=(floors rooms-in-order qt-only-in-the-window window-seen-by-few statement-numbers
-    no-swallowed-failures no-sleeping-tests headers-once nothing-left-to-do)
+    no-swallowed-failures no-sleeping-tests headers-once no-unused-includes one-definition
+    nothing-left-to-do)
 
+names_awk=$(dirname "$(readlink -f "$0")")/names.awk
 everything=(src tests bench fuzz sample docs)
 sources() { find "$@" -name '*.h' -o -name '*.cpp' 2>/dev/null | sort; }
 
@@ -41,6 +43,8 @@ display
 hours
 entry exchange reports
 crew
+day
+slips
 program
 main
 '
@@ -136,6 +140,65 @@ no-sleeping-tests() {
 
 headers-once() {
     sources "${everything[@]}" | grep '\.h$' | xargs -r grep -L '^#pragma once$' || true
+}
+
+# An include of ours brings at least one name that the file uses. A header that is used only through
+# another one's names belongs into that other one.
+no-unused-includes() {
+    sources "${everything[@]}" | grep '\.h$' | xargs -r awk -f "$names_awk" |
+        awk '
+        function room(path) {
+            sub(/^(src|tests|bench|fuzz)\//, "", path)
+            sub(/\.(h|cpp)$/, "", path)
+            return path
+        }
+        function judge(   i, n, names, used) {
+            for (i = 1; i <= includes; ++i) {
+                if (!(included[i] in declared)) continue  # another rule has its say on such a one
+                n = split(declared[included[i]], names, " ")
+                used = 0
+                while (n > 0 && !used) used = names[n--] in seen
+                if (!used) print place[i] ": nothing of " included[i] ".h is used"
+            }
+            includes = 0
+            split("", seen)
+        }
+        FILENAME == "-" { declared[room($1)] = declared[room($1)] " " $2; next }
+        FNR == 1 { judge() }
+        /^#include "/ {
+            header = room(substr($2, 2, length($2) - 2))
+            if (header != room(FILENAME)) {
+                included[++includes] = header
+                place[includes] = FILENAME ":" FNR
+            }
+            next
+        }
+        {
+            gsub(/"([^"\\]|\\.)*"/, "")
+            sub(/\/\/.*/, "")
+            while (match($0, /[A-Za-z_][A-Za-z0-9_]*/)) {
+                seen[substr($0, RSTART, RLENGTH)]
+                $0 = substr($0, RSTART + RLENGTH)
+            }
+        }
+        END { judge() }' - $(sources "${everything[@]}")
+}
+
+# Two rooms that define one name would meet in an executable, where the linker merges what is inline
+# without a word. Programs of a single source do not meet each other.
+one-definition() {
+    sources "${everything[@]}" | xargs -r awk -f "$names_awk" | awk '
+        $3 == "outside" {
+            alone = $1 ~ /^(bench|fuzz|sample|docs)\/.*\.cpp$/
+            room = $1
+            sub(/\.(h|cpp)$/, "", room)
+            if (!($2 in home)) {
+                home[$2] = room
+                single[$2] = alone
+            } else if (home[$2] != room && !(alone && single[$2])) {
+                print $1 ": " $2 " is defined in " home[$2] ", too"
+            }
+        }'
 }
 
 nothing-left-to-do() {

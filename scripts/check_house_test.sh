@@ -39,8 +39,9 @@ CODE
     printf '#pragma once\n#include "frame/state.h"\n' >"$tree/src/entry/save.h"
     printf '#pragma once\n#include "platform/values/text.h"\n' >"$tree/src/frame/state.h"
     printf '#pragma once\n' >"$tree/src/platform/values/text.h"
-    printf '#pragma once\n' >"$tree/src/platform/values/number.h"
-    printf '#include "platform/values/number.h"\n' >"$tree/src/platform/values/text.cpp"
+    printf '#pragma once\nint Number();\n' >"$tree/src/platform/values/number.h"
+    printf '#include "platform/values/number.h"\nint two = 2 * Number();\n' \
+        >"$tree/src/platform/values/text.cpp"
     printf '#pragma once\n' >"$tree/src/exchange/import.h"
     printf '#pragma once\n#include <QWidget>\n' >"$tree/src/platform/qt/window.h"
     printf '#include <QApplication>\n#include "platform/qt/window.h"\n' >"$tree/src/main.cpp"
@@ -93,5 +94,8 @@ breach no-sleeping-tests tests/save_test.cpp 'std::this_thread::sleep_for(1ms);'
 sound_tree
 printf '#include <string>\n' >"$tree/tests/support.h"
 ! "$house" headers-once "$tree" >/dev/null || complain "headers-once did not find a header without it"
+breach no-unused-includes src/entry/save.cpp '#include "platform/values/number.h"'
+breach one-definition tests/support.h 'inline constexpr int two[] = {1, 2};'
+breach one-definition tests/battery/day.cpp 'struct Pair { int two; }; void Save() {}'
 breach nothing-left-to-do src/entry/save.cpp '// TODO: more'
 ((failures == 0))

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/app_state.h"
+#include "scan_main/scan_main.h"
 #include "support/dbf_builder.h"
 #include "support/payroll.h"
 
@@ -29,6 +30,8 @@ TEST(ClockInACrew, SavesTheFormOnceForEachMember) {
       {"2", "0 -> 20 and a word", " 1 employees in Crew#20 have been clocked in.",
        "101,I|106,I|103,I|104,I|108,I"},
       {"north # 1", "1 -> 1", none + "1" + aborted, "101,I|106,I|103,I|104,I|108,I"},
+      {"#09", "9 -> 09", none + "09" + aborted, "101,I|106,I|103,I|104,I|108,I"},
+      {"#", "0 -> 09a", none + "9" + aborted, "101,I|106,I|103,I|104,I|108,I"},
       {"#", "0 -> ", "No Crew Number specified." + aborted, "101,I|106,I|103,I|104,I|108,I"},
   };
   for (const auto& [comment, typed, message, employees] : cases) {
@@ -38,6 +41,45 @@ TEST(ClockInACrew, SavesTheFormOnceForEachMember) {
                                         " | Ok -> Ok");
     EXPECT_EQ(payroll.Fields("EMPL_NUMB EVENT_TYPE"), employees) << typed;
   }
+}
+
+TEST(ClockInACrew, LeavesThePiecesOfTheLineBeforeBehind) {
+  RunningPayroll payroll;
+  payroll.AddLine("130 I 7:00 am");
+  Option1[kPiecework].Value = true;
+  Payroll::FillBoxes("130|12||LBS|.25");
+  cmdSave.Press();
+  payroll.Choose(mnuClockInACrew, "[input]*-> 2\n[i]* 3 employees in Crew#2*-> Ok");
+  EXPECT_EQ(payroll.Fields("EVENT_TYPE QUANTITY GROSS"), "I,0,-|P,12,3|I,0,-|I,0,-|I,0,-");
+}
+
+/// The fields of a line that could not be begun are passed over.
+TEST(DayCommands, ReportOnceALineThatCannotBeBegun) {
+  const std::pair<MenuItem*, std::string> cases[] = {
+      {nullptr, "[?]*-> Yes\n[!]*in Line# 6520*-> Ignore\n[!]*in Line# 4010*-> Ignore"},
+      {&mnuClockInACrew, "[input]*-> 1\n[!]*in Line# 6520*-> Ignore\n[i]*-> Ok"},
+      {&mnuClockoutAllEmpls, "[?]*-> Yes\n[!]*in Line# 2430*-> Ignore\n[i]*-> Ok"},
+      {&mnuReClockInAllEmpls, "[?]*-> Yes\n[!]*in Line# 3320*-> Ignore\n[i]*-> Ok"},
+  };
+  for (const auto& [menu, shown] : cases) {
+    SCOPED_TRACE(shown);
+    RunningPayroll payroll;
+    payroll.AddLine("140 I 7:00 am");
+    Option1[kClockOut].Value = true;
+    LinesRs = {};
+    if (menu == &mnuReClockInAllEmpls) Data1.Recordset = {};
+    payroll.Desktop.Expect(shown, [&, entry = menu] {
+      entry == nullptr ? payroll.Save("130") : payroll.Choose(*entry);
+    });
+    EXPECT_EQ(payroll.Lines(), "140 I 07:00 am");
+  }
+}
+
+TEST(DayCommands, ReClockInTellsNearlyEqualNumbersApart) {
+  RunningPayroll payroll;
+  payroll.AddLine("12 I 7:00 am|12.5 I 7:05 am|12.5 I 7:10 am");
+  payroll.Choose(mnuReClockInAllEmpls, "[?]*-> Yes\n[i]*All 2 employees*-> Ok");
+  EXPECT_TRUE(payroll.Lines().ends_with("07:10 am|12 I 10:42 am|12.5 I 10:42 am"));
 }
 
 TEST(DayCommands, WriteOneLineForEachEmployeeClockedIn) {

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "entry/write_line.h"
-#include "frame/app_state.h"
 #include "hours/typed_time.h"
 #include "platform/values/failure.h"
+#include "scan_main/scan_main.h"
+#include "support/ask_sqlite.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -46,6 +49,7 @@ TEST(WriteLine, TurnsTheFormIntoOneLine) {
     SCOPED_TRACE(boxes);
     RunningPayroll payroll(mode.starts_with("clock"));
     payroll.SetClock("11/18/04 10:42:07 am");
+    payroll.Desktop.PassSeconds(0.7);  // the clock goes on between two seconds
     mnuAutosetTime.Checked = mode.find("auto") != std::string::npos;
     Choose(mode.back());
     txtToday.Text = day;
@@ -91,12 +95,72 @@ TEST(SaveCommand, AsksWhatIsMissingAndWritesInOrder) {
   }
 }
 
-TEST(SaveCommand, OffersTheLastPieceworkWithARate) {
+TEST(SaveCommand, OffersTheLastPiecesWithARate) {
+  const std::string cases[][2] = {
+      // boxes saved before, in the plain layout; what is offered for a rate and for a description
+      {"140|10|8|BOX|.375", "0.38 BOX"},
+      {"140|10|8|BOX|.375\n140|0|8|HRS|9.5\n140|10|8|LBS|-9\n140|-5|8|BAG|2", "0.38 BOX"},
+      {"140|0|8|BOX|9.5", "1.00 PCE"},
+  };
+  for (const bool timeClock : {true, false}) {
+    for (const auto& [before, offered] : cases) {
+      SCOPED_TRACE(before);
+      RunningPayroll payroll(false);
+      std::istringstream lines(before);
+      for (std::string boxes; std::getline(lines, boxes);) {
+        Payroll::FillBoxes(boxes);
+        payroll.Desktop.Expect("", [] { cmdSave.Press(); });
+      }
+      if (timeClock) payroll.Choose(mnuUseTimeClock);
+      Payroll::FillBoxes("140|10|||0");
+      payroll.Desktop.Expect("[input] Piecework Rate not set | \\rPiecework Rate? | " +
+                                 offered.substr(0, 4) +
+                                 " -> 2\n[input] Quantity Description not set | \\rPiecework "
+                                 "Quantity Description? | " +
+                                 offered.substr(5) + " -> ",
+                             [] { cmdSave.Press(); });
+    }
+  }
+}
+
+TEST(EntryRow, OpensTheQuantityBoxForPieceworkAlone) {
   RunningPayroll payroll;
-  payroll.AddLine("130 I 7:00 am|130 P 8:00 am 10 .375|130 P 9:00 am 10 -9");
-  Payroll::FillBoxes("130|10|||0");
-  payroll.Desktop.Expect("[input] Piecework Rate not set | \\rPiecework Rate? | 0.38 -> ",
-                         [] { cmdSave.Press(); });
+  TextBox& quantity = txtInput[kQuantityBox];
+  const auto box = [&] { return quantity.Text.Get() + (quantity.Enabled ? " open" : " shut"); };
+  EXPECT_EQ(box(), "0 shut");
+  // The focus stands in the employee box throughout.
+  for (int layout = 0; layout < 2; ++layout) {
+    Option1[kPiecework].Value = true;
+    EXPECT_EQ(box(), "0 open");
+    quantity.Text = "12";
+    Option1[kClockOut].Value = true;
+    EXPECT_EQ(box(), "0 shut");
+    payroll.Choose(mnuUseTimeClock);
+    EXPECT_EQ(box(), "0 open");
+    quantity.Text = "12";
+    payroll.Choose(mnuUseTimeClock);
+    EXPECT_EQ(box(), "0 shut");
+  }
+  // The command that shuts it takes the focus out of it.
+  payroll.Choose(mnuUseTimeClock);
+  quantity.SetFocus();
+  payroll.Choose(mnuUseTimeClock);
+  EXPECT_EQ(ScanMain.ActiveControl(), &txtInput[kEmplBox]);
+  EXPECT_EQ(box(), "0 shut");
+}
+
+TEST(EntryRow, ReportsALatestDayThatIsNone) {
+  RunningPayroll payroll;
+  payroll.Save("130");
+  payroll.Stop();
+  AskSqlite(payroll.App("Prin1234.mdb"), "update OstrelPr set ETIME = 4e6");
+  const std::string report = "[!]*in Line# 1604 in routine 'InitializeInputBoxes'*-> Ignore";
+  payroll.Desktop.Expect(report + "\n" + report, [&] { payroll.Start(); });
+  EXPECT_EQ(txtInput[kEmplBox].Text.Get(), "0");
+  chkStdRate.Value = 1;
+  payroll.Desktop.Expect("[!]*in Line# 100 in routine 'chkStdRate_Click'*-> Ignore",
+                         [] { chkStdRate.Value = 0; });
+  EXPECT_EQ(txtInput[kRateBox].Text.Get(), "0");
 }
 
 TEST(StandardRate, SwitchesBothBoxesAndBack) {

@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "frame/app_state.h"
+#include "platform/files/removable_disk.h"
+#include "scan_main/scan_main.h"
+#include "support/agreeing_desktop.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -77,6 +81,87 @@ TEST(ImportFile, NeedsLinesADayAndADisk) {
   payroll.Choose(mnuWriteImportFile);
   EXPECT_EQ(payroll.Desktop.TakeShown(), notReady + "Ok\n" + Written(1));
 }
+
+const std::string kNothingWritten =
+    "[i] &Write Halvane Import File | No lines have been written.\\rAborting job step. | Ok -> Ok";
+
+TEST(ImportFile, IsSaidToBeWrittenOnlyWhereItIs) {
+  RunningPayroll payroll;
+  payroll.AddLine("140 P 9:00 am 3 1.25|140 P 9:10 am 3 1.25");
+  std::filesystem::create_directory(payroll.Disk("Pck-1234.asc"));  // cannot be opened: one report
+  payroll.Choose(mnuWriteImportFile, "[!]*(Err#75) in Line# 5020*-> Ignore\n" + kNothingWritten);
+  std::filesystem::remove(payroll.Disk("Pck-1234.asc"));
+
+  // Taken out while a box stood; the failure is ignored.
+  AgreeingDesktop desktop(payroll.Desktop, BoxAnswer::Ignore);
+  desktop.OnMessage = [&](const std::string&) { std::filesystem::remove_all(payroll.Disk()); };
+  payroll.Choose(mnuWriteImportFile);
+  ASSERT_EQ(desktop.Reports.size(), 1U);
+  EXPECT_TRUE(desktop.Reports[0].find("(Err#71) in Line# 5110") != std::string::npos);
+  EXPECT_EQ(desktop.Messages.back(), "No lines have been written.\rAborting job step.");
+}
+
+TEST(ImportFile, LiesInTheFolderThatTheSettingsName) {
+  Payroll payroll;
+  const std::string folder = payroll.Folder.Path("disk");
+  // What the settings give back of a longer one ends in the middle of a name.
+  const std::string cut = folder + "/" + std::string(253 - folder.size(), 'd');
+  std::filesystem::create_directories(cut);
+  const std::string cases[][2] = {
+      {folder, Written(1)},
+      {cut + "d/", "[ ]*Disk is not ready in '" + cut + "'*-> Cancel\n[i]*canceled*-> Ok"}};
+  for (const auto& [setting, shown] : cases) {
+    payroll.Folder.Write("config/Halvane.ini",
+                         "[Ostrel Remote]\r\nRemote Files Floppy=" + setting + "\r\n");
+    payroll.Start();
+    payroll.Save("130");
+    payroll.Choose(mnuWriteImportFile, shown);
+    EXPECT_EQ(std::filesystem::remove(payroll.Disk("Pck-1234.asc")), setting == folder);
+    EXPECT_TRUE(std::filesystem::is_empty(cut));
+    EXPECT_FALSE(std::filesystem::exists(cut + "Pck-1234.asc"));
+    payroll.Stop();
+  }
+}
+
+#ifdef __linux__
+/// The folder stays when the disk goes; a link to memory stands for a disk put in there.
+TEST(ImportFile, IsNotWrittenIntoTheFolderThatADiskHasLeft) {
+  Payroll payroll;
+  const std::string folder = payroll.Folder.Path("disk");
+  std::string disk = "/dev/shm/ostrel-" + std::string(6, 'X');
+  if (DiskHolding("/dev/shm") == "/" || DiskHolding(folder) != "/" ||
+      mkdtemp(disk.data()) == nullptr) {
+    GTEST_SKIP() << "no disk of its own to lay the folder on";
+  }
+  const auto putIn = [&] {
+    std::filesystem::remove(folder);
+    std::filesystem::create_directory_symlink(disk, folder);
+  };
+  putIn();
+  payroll.Start();
+  payroll.Save("130");
+  std::filesystem::remove(folder);
+  std::filesystem::create_directory(folder);
+  const std::string notReady = "[ ]*Disk is not ready in '" + RemoteDrive + "'*-> ";
+  payroll.Choose(mnuWriteImportFile, notReady + "Ok\n" + notReady + "Cancel\n[i]*canceled*-> Ok");
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  putIn();
+  payroll.Choose(mnuWriteImportFile, "[i]*lines have successfully been written*-> Ok");
+  EXPECT_TRUE(std::filesystem::exists(disk + "/Pck-1234.asc"));
+  std::filesystem::remove_all(disk);
+}
+
+TEST(Disks, HoldWhatIsMountedBelowThem) {
+  const std::string mounts =
+      "/dev/sda1 / ext4 rw 0 0\n/dev/sdb1 /media/me/OFFICE\\040DISK vfat rw 0 0\n"
+      "tmpfs /media tmpfs rw 0 0\n";
+  const char* const cases[][2] = {{"/media/me/OFFICE DISK/pay", "/media/me/OFFICE DISK"},
+                                  {"/media/me/OFFICE DISK", "/media/me/OFFICE DISK"},
+                                  {"/media/me/OFFICE DISK 2", "/media"},
+                                  {"/home/me", "/"}};
+  for (const auto& [path, mount] : cases) EXPECT_EQ(MountHolding(mounts, path), mount) << path;
+}
+#endif
 
 TEST(ImportFile, GoesOnWithTheValuesOfTheLinesWhereNobodyClockedIn) {
   RunningPayroll payroll;

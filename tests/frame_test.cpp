@@ -8,6 +8,7 @@
 #include "frame/failure_reporting.h"
 #include "platform/files/files.h"
 #include "program/first_run.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -48,6 +49,17 @@ TEST(StartUp, EndsBeforeTheStoreIsTouchedWhereATableIsMissing) {
                            [&] { EXPECT_THROW(payroll.Start(), ProgramEnded); });
     EXPECT_FALSE(fs::exists(payroll.App("Prin1234.mdb")));
   }
+}
+
+TEST(StartUp, RefusesOnceAClientThatNoTableCanBeNamedBy) {
+  Payroll payroll;
+  for (const char* word : {"Hvcl", "Prms", "Glen", "Glod", "Gleq"}) {
+    fs::rename(payroll.App(word + std::string("1234.dbf")),
+               payroll.App(word + std::string("12-4.dbf")));
+  }
+  payroll.Desktop.Expect("[x] Ostrel Payroll | No company information found. ('12-4'*) | Ok -> Ok",
+                         [&] { EXPECT_THROW(payroll.Start(), ProgramEnded); });
+  EXPECT_FALSE(fs::exists(payroll.App("Prin12-4.mdb")));
 }
 
 TEST(FirstRun, ExplainsItselfAndShowsTheManualOnYes) {
@@ -95,18 +107,6 @@ TEST(FirstRun, ExplainsItselfAndShowsTheManualOnYes) {
   SetExecutable({}, {});
 }
 
-#ifndef _WIN32
-TEST(FirstRun, WaitsForAProgramAndTakesItsExitCode) {
-  const TempFolder folder;
-  const std::string file = folder.Path("done file");
-  EXPECT_EQ(RunAndWait("echo done > \"" + file + "\"; exit 7"), 7);
-  EXPECT_EQ(folder.Read("done file"), "done\n");
-  EXPECT_EQ(RunAndWait("kill -TERM $$"), 128 + 15);
-  EXPECT_THROW(RunAndWait("/no/such/program"), Failure);
-  EXPECT_EQ(ShortPathOf(file), file);
-}
-#endif
-
 TEST(Settings, AreReadAsTheOfficesFileHasThem) {
   const std::pair<const char*, const char*> cases[] = {
       {"", "8:00 am / 5:00 pm / plain / auto / Crew#2"},
@@ -138,7 +138,8 @@ TEST(Settings, ComeBackAfterTheFormCloses) {
       {"In", "8:00 am -> 8", "8:00 am"},
       {"In", "8:00 am -> 06/14/04", "8:00 am"},
       {"In", "8:00 am -> 2:30 pm", "02:30 pm"},
-      {"In", "02:30 pm -> 8:00" + half + "8:00 am? | YesNo -> Yes", "08:00 am"},
+      {"In", "02:30 pm -> 14:31" + half + "14:31 am? | YesNo -> Yes", "02:31 pm"},
+      {"In", "02:31 pm -> 8:00" + half + "8:00 am? | YesNo -> Yes", "08:00 am"},
       {"Out", "5:00 pm -> 5:00" + half + "5:00 pm? | YesNo -> No", "05:00 am"},
       {"Out", "05:00 am -> 5:00" + half + "5:00 pm? | YesNo -> Yes", "05:00 pm"},
   };
@@ -155,6 +156,18 @@ TEST(Settings, ComeBackAfterTheFormCloses) {
             "[Ostrel Remote]\r\nRemote Files Floppy=" + payroll.Disk() +
                 "\r\nUseTimeClock=True\r\nDefault Clock In=08:00 am\r\n"
                 "Default Clock Out=05:00 pm\r\nAutosetTime=False\r\nComments=Crew#3 north\r\n");
+}
+
+TEST(Settings, SayThatTheClockIsOffWhereItWouldStand) {
+  Payroll payroll;
+  payroll.WriteIni("UseTimeClock=False\r\nAutosetTime=False\r\n");
+  payroll.Start();
+  for (MenuItem* step : {&mnuUseTimeClock, &mnuAutosetTime, &mnuAutosetTime, &mnuUseTimeClock}) {
+    if (lblClockOff.Visible) {
+      EXPECT_EQ(lblClockOff.Left + 30, CurTimeCtl1.Left) << step->Name;
+    }
+    payroll.Choose(*step);
+  }
 }
 
 class Reporting : public testing::Test {
@@ -206,6 +219,11 @@ TEST_F(Reporting, SaysAndLogsWhatHappenedToTheBlank) {
   }
   EXPECT_EQ(Outcome(16, ""), "over");
   EXPECT_EQ(Log(), log);
+  for (const char* name : {"HALVCONV", "halvane"}) {  // programs of the office's product
+    SetExecutable(Office.App(), name);
+    EXPECT_EQ(Outcome(3022, Title + "*   (Halvane Accounting Tq4 version dated: *) *-> Ignore"),
+              "over");
+  }
 }
 
 TEST_F(Reporting, GivesALockTenSeconds) {

@@ -8,6 +8,7 @@
 #include "frame/app_state.h"
 #include "hours/employee_hours.h"
 #include "hours/time_question.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -40,8 +41,16 @@ TEST(TimeQuestion, NothingThatIsTypedIsRefused) {
     EXPECT_EQ(offered, next) << typed;
     EXPECT_EQ(answer, kTimeChanged);
   }
-  std::string time = "08:00 am";
-  payroll.Desktop.Expect("[!]*(Err#6) in Line# 3520*-> Ignore", [&] { AdjustTime(time, 40000); });
+  // A failure that is ignored leaves the offered time, too.
+  std::string offered = "08:30 am", time;
+  std::int16_t answer = 0;
+  payroll.Desktop.Expect("[?]*-> No\n[input]*-> +40000\n[!]*(Err#6) in Line# 3520*-> Ignore",
+                         [&] { AskTime("Clock out", offered, "Head", time, answer); });
+  EXPECT_EQ(time, "08:30 am");
+  offered = "rubbish";
+  payroll.Desktop.Expect("[?]*-> No\n[input]*-> +15\n[!]*(Err#13) in Line# 3510*-> Ignore",
+                         [&] { AskTime("Clock out", offered, "Head", time, answer); });
+  EXPECT_EQ(time, "rubbish");
 }
 
 TEST(AutomaticClockIn, StandsOnTheDayWithTheCodesOfTheBoxes) {

@@ -9,6 +9,7 @@
 #include "platform/files/files.h"
 #include "platform/files/removable_disk.h"
 #include "platform/values/text.h"
+#include "scan_main/scan_main.h"
 #include "store/lookups.h"
 #include "support/payroll.h"
 #include "support/zip_builder.h"

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/app_state.h"
 #include "platform/files/numbered_file.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 
 namespace ostrel {

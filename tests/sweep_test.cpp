@@ -11,6 +11,7 @@
 
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
+#include "scan_main/scan_main.h"
 #include "support/agreeing_desktop.h"
 #include "support/payroll.h"
 

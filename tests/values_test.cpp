@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/values/calendar.h"
 #include "platform/values/clock.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
@@ -136,6 +137,15 @@ class Dates : public testing::Test {
     SetClock([=] { return Moment{*DayNumber(year, month, day) + 30600.0 / 86400}; });
   }
 };
+
+TEST_F(Dates, AreThoseOfTheSecondThatTheClockHasReached) {
+  for (const double second : {0.0, 1.0, 38527.0, 43199.0, 86399.0}) {
+    for (const double part : {0.0, 0.3, 0.7, 0.999}) {
+      SetClock([=] { return Moment{38152 + (second + part) / 86400}; });
+      EXPECT_EQ(Now(), Moment{38152 + second / 86400}) << second << " and " << part;
+    }
+  }
+}
 
 TEST_F(Dates, AndTimesAreReadAsTypedAndRefusedRatherThanGuessed) {
   const std::pair<std::string, std::vector<std::string>> cases[] = {

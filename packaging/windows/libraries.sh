@@ -105,15 +105,20 @@ build_postgis() {
 
 build_googletest() { cross_cmake "$1" googletest -DBUILD_SHARED_LIBS=OFF; }
 
-# need_library <source package>: built, unless this version was built before in this very way.
+# need_library <source package>: built, unless this version was built before in this very way. A build
+# that was broken off goes on where it was.
 need_library() {
-    local name=$1 build=build_${1//-/_} done code=0 start=$SECONDS
-    done=$cache/done/$name-$(version_of "$name")-$(declare -f "$build" cross_cmake | sha256sum | cut -c 1-16)
+    local name=$1 build=build_${1//-/_} id done begun code=0 start=$SECONDS
+    id=$name-$(version_of "$name")-$(declare -f "$build" cross_cmake | sha256sum | cut -c 1-16)
+    done=$cache/done/$id begun=$cache/begun/$id
     [[ ! -e $done ]] || return 0
     say "Building $name $(version_of "$name") for Windows (the log is $cache/$name.log)"
-    mkdir -p "$cache"/{source,build,done} "$libraries"/{include,lib}
-    fetch "$name"
-    rm -rf "$cache/build/$name"
+    mkdir -p "$cache"/{source,build,begun,done} "$libraries"/{include,lib}
+    if [[ ! -e $begun ]]; then
+        rm -rf "$cache/build/$name" "$cache/begun/$name"-*
+        fetch "$name"
+        touch "$begun"
+    fi
     # No "if" around it: within one, bash would go on behind a command that failed.
     set +e
     (set -e; "$build" "$cache/source/$name") >>"$cache/$name.log" 2>&1
@@ -124,7 +129,7 @@ need_library() {
         say "Could not build $name." >&2
         return 1
     fi
-    rm -rf "$cache/source/$name" "$cache/build/$name" "$cache/done/$name"-*
+    rm -rf "$cache/source/$name" "$cache/build/$name" "$begun" "$cache/done/$name"-*
     touch "$done"
     say "   $name: $((SECONDS - start)) s"
 }

@@ -5,7 +5,6 @@
 
 #include "crew/crew_command.h"
 #include "entry/write_line.h"
-#include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
@@ -28,6 +27,17 @@ std::string OfferedCrew() {
   return GeneralText(crew);
 }
 
+/// How the messages name the crew: a number as it was typed, "09"; of 12a the number alone.
+std::string NameOfCrew(const std::string& CrewNumber, double crew) {
+  double whole = 0;  // no crew's number
+  try {
+    whole = WholeNumberText(CrewNumber);
+  } catch (const Failure&) {
+    whole = 0;
+  }
+  return whole == crew ? CrewNumber : GeneralText(crew);
+}
+
 void Refuse(std::int32_t line, const std::string& reason) {
   Beep();
   statement(line, [&] {
@@ -47,7 +57,7 @@ void mnuClockInACrew_Click() {
   double crew = 0;
   statement(2330, [&] { crew = NumericPrefix(CrewNumber); });
   if (crew == 0) return Refuse(2340, "No Crew Number specified.");
-  const std::string shownCrew = GeneralText(crew);
+  const std::string shownCrew = NameOfCrew(CrewNumber, crew);
 
   std::string NotList;
   std::int32_t ListCount = 0;

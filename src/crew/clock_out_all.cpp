@@ -20,7 +20,7 @@ constexpr FailureTail statement{ScannerModule, "mnuClockoutAllEmpls_Click"};
 
 /// A clock-out carries neither quantity nor pay nor costing.
 void WriteClockOut(std::int32_t EmplNumb, const std::string& time) {
-  statement(2430, [] { LinesRs.AddNew(); });
+  if (!IsDone(statement, 2430, [] { LinesRs.AddNew(); })) return;
   statement(2440, [&] { LinesRs["EMPL_NUMB"] = EmplNumb; });
   statement(2450, [] { LinesRs["QUANTITY"] = 0; });
   SetSortName(statement, 2460, LinesRs, EmplNumb);

@@ -5,6 +5,8 @@
 
 namespace ostrel {
 
+/// Leaves a clock-out for each of them, written in one durable commit, and the display up to date;
+/// nothing where the date box holds no day, nobody is clocked in, or the foreman cancels.
 void mnuClockoutAllEmpls_Click();
 
 }  // namespace ostrel

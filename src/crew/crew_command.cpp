@@ -17,8 +17,7 @@ void ForEachEmployee(const FailureTail& statement, std::int32_t line, std::strin
   statement(line, [] { PrinDb.ShareCommits(); });
   while (!EmplList.empty()) {
     std::int32_t EmplN = 0;
-    statement(line + 1, [&] { ParseNextEmpl(EmplList, EmplN); });
-    command(EmplN);
+    if (IsDone(statement, line + 1, [&] { ParseNextEmpl(EmplList, EmplN); })) command(EmplN);
   }
   statement(line + 2, [] { PrinDb.CommitShared(); });
 }

@@ -17,7 +17,8 @@ namespace ostrel {
 void ForEachEmployee(const FailureTail& statement, std::int32_t line, std::string EmplList,
                      const std::function<void(std::int32_t EmplN)>& command);
 
-/// Shows the new lines and totals and puts the focus into the employee box. Four statements.
+/// Shows the new lines and totals and puts the focus into the employee box. Uses the
+/// statements `line` to `line` + 3.
 void BringDisplayUpToDate(const FailureTail& statement, std::int32_t line);
 
 /// Whether the command goes on: the date box holds a day, the operator has settled the time and

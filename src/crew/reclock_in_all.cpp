@@ -18,7 +18,7 @@ namespace {
 constexpr FailureTail statement{ScannerModule, "mnuReClockInAllEmpls_Click"};
 
 void CopyClockIn(const std::string& time) {
-  statement(3320, [] { Data1.Recordset.AddNew(); });
+  if (!IsDone(statement, 3320, [] { Data1.Recordset.AddNew(); })) return;
   int fields = 0;
   statement(3330, [&] { fields = LinesRs.FieldCount(); });
   for (int i = 0; i < fields; ++i) statement(3340, [&] { Data1.Recordset[i] = LinesRs[i]; });
@@ -29,12 +29,12 @@ void CopyClockIn(const std::string& time) {
 /// Within each employee the latest clock-in comes first; the lines added on the way do not join the
 /// walk.
 void CopyLatestClockIns(const std::string& time) {
-  std::int32_t lastEmpl = -1;
+  Value lastEmpl;  // as stored: 12 and 12.5 are two; a line of nobody is like none
   bool more = false;
   statement(3300, [&] { more = !LinesRs.Eof(); });
   while (more) {
-    std::int32_t empl = lastEmpl;
-    statement(3310, [&] { empl = LinesRs["EMPL_NUMB"].Get().ToLong(); });
+    Value empl = lastEmpl;
+    statement(3310, [&] { empl = LinesRs["EMPL_NUMB"]; });
     if (empl != lastEmpl) CopyClockIn(time);
     lastEmpl = empl;
     more = false;  // a line that cannot be stepped over ends the walk

@@ -13,6 +13,8 @@ void SetRecordSource() {
   constexpr FailureTail statement{ScannerModule, "SetRecordSource"};
   std::string where;
   statement(5810, [&] { where = WhereSelect(); });
+  // The newest line on top while the foreman enters; by employee and upwards in time where he
+  // checks.
   Data1.RecordSource =
       "Select * from [OstrelPr]" + where +
       (mnuEmplOrder.Checked ? " Order by EMPL_NUMB, ETIME" : " Order by ETIME Desc");
@@ -36,6 +38,8 @@ void mnuDisplayCurrentEmpl_Click() {
   }
   double number = 0;
   statement(3002, [&] { number = NumericPrefix(txtInput[kEmplBox].Text); });
+  // One employee's lines read best in their order of time: switching them on inverts that check,
+  // too.
   if (number > 0) {
     statement(3004, [] { mnuEmplOrder_Click(); });
     return;
@@ -45,6 +49,7 @@ void mnuDisplayCurrentEmpl_Click() {
     MsgBox("No employee number specified!\rEnter an employee number then try again.",
            BoxButtons::Ok, BoxIcon::Information);
   });
+  // The check has been set for nothing: the view is as it was and needs no new query.
   mnuDisplayCurrentEmpl.Checked = false;
   statement(3008, [] { txtInput[kEmplBox].SetFocus(); });
 }

@@ -17,6 +17,7 @@ namespace ostrel {
 namespace {
 
 constexpr FailureTail statement{ScannerModule, "TDBGrid1_BeforeColUpdate"};
+// What the grid takes for true, all bits set.
 constexpr std::int16_t kTrue = -1;
 
 /// The line whose cell is edited.
@@ -35,6 +36,7 @@ void BringName() {
   if (found) {
     statement(5878, [] { Line()["SORT_NAME"] = PrmsRs["SORT_NAME"].Get(); });
   } else {
+    // One blank stands for no name: the field of a line is never empty.
     statement(5880, [] { Line()["SORT_NAME"] = " "; });
   }
   statement(5882, [&] { BlankIfEmpty(Line()["SORT_NAME"]); });
@@ -69,6 +71,8 @@ void TDBGrid1_BeforeColUpdate(int ColIndex, const Value& /*OldValue*/, std::int1
     BringName();
   } else if (SameText(field, "ETIME")) {
     JoinDateAndTime();
+    // The two columns show halves of one field. The grid would write the half that was typed over
+    // the whole moment, so it writes nothing and the moment is written here.
     Cancel = kTrue;
   }
 }
@@ -77,6 +81,7 @@ void TDBGrid1_KeyPress(int& KeyAscii) {
   constexpr FailureTail keyStatement{ScannerModule, "TDBGrid1_KeyPress"};
   std::string field;
   keyStatement(5896, [&] { field = TDBGrid1.Columns(TDBGrid1.Col).DataField; });
+  // Behind the digits come the letters. Which one is pressed does not matter: a rate has none.
   if (!SameText(field, "RATE") || KeyAscii <= '9') return;
   if (Data1.Mode() == EditMode::None) keyStatement(5897, [] { Line().Edit(); });
   keyStatement(5898, [] { Line()["RATE"] = kStdRate; });
@@ -84,6 +89,7 @@ void TDBGrid1_KeyPress(int& KeyAscii) {
   keyStatement(5900, [] { Data1.UpdateRecord(); });
   keyStatement(5901, [] { Data1.Refresh(); });
   keyStatement(5902, [] { TDBGrid1.Refresh(); });
+  // With the focus gone, the letter itself goes nowhere.
   keyStatement(5903, [] { txtInput[kEmplBox].SetFocus(); });
 }
 

@@ -26,6 +26,7 @@ void DisplayTotals() {
   showSum(4720, "QUANTITY", "");
   showSum(4730, "HOURS", "#,##0.00");
   showSum(4740, "GROSS", "#,##0.00");
+  // "All", or whatever is half typed, stands under the dates as it is.
   const std::string& day = txtToday.Text;
   TDBGrid1.Columns("Date").FooterText =
       HasWorkDay() ? Format(Moment{DateValue(day)}, "mm/dd") : day;

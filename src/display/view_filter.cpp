@@ -17,6 +17,8 @@ std::string WhereSelect() {
   statement(6410, [&] { number = NumericPrefix(employee); });
   if (number <= 0) return where;
   where += where.empty() ? " where " : " and ";
+  // The text as it was typed, not the number that was read from it: a box that holds more than a
+  // number is reported by the query.
   return where + "EMPL_NUMB = " + employee;
 }
 

@@ -15,7 +15,7 @@ namespace ostrel {
 void AutoClockIn(const std::string& AutoClockInVal) {
   constexpr FailureTail statement{ScannerModule, "AutoClockIn"};
   std::int32_t EmplNumb = 0;
-  statement(4010, [] { LinesRs.AddNew(); });
+  if (!IsDone(statement, 4010, [] { LinesRs.AddNew(); })) return;
   statement(4020, [&] { EmplNumb = ToLong(NumericPrefix(txtInput[kEmplBox].Text)); });
   statement(4030, [&] { LinesRs["EMPL_NUMB"] = EmplNumb; });
   statement(4040, [] { LinesRs["QUANTITY"] = 0; });

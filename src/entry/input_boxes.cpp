@@ -10,7 +10,6 @@
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
-#include "platform/values/text.h"
 #include "scan_main/scan_main.h"
 #include "store/lookups.h"
 #include "work_day/work_day.h"
@@ -25,19 +24,23 @@ std::string LastOf(const char* field, const std::string& selection) {
   return DomainFunc("Prin App", field, selection, "Last").ToText();
 }
 
-/// A quantity belongs to piecework alone where lines are events at a time of day.
-void FitQuantityBoxToEvent() {
-  const bool open = !mnuUseTimeClock.Checked || Option1[kPiecework].Value;
-  if (!open) Box(kQuantityBox).Text = "0";
-  Box(kQuantityBox).Enabled = open;
-}
-
 }  // namespace
+
+void FitQuantityBoxToEvent() {
+  TextBox& quantity = Box(kQuantityBox);
+  const bool open = !mnuUseTimeClock.Checked || Option1[kPiecework].Value;
+  if (!open) {
+    quantity.Text = "0";
+    if (ScanMain.ActiveControl() == &quantity) Box(kEmplBox).SetFocus();
+  }
+  quantity.Enabled = open;
+}
 
 void InitializeInputBoxes() {
   constexpr FailureTail statement{ScannerModule, "InitializeInputBoxes"};
-  const Value latest = DomainFunc("Prin App", "ETIME", "", "Max");
-  const std::string selection = WhereDay(Format(latest, DateFormat));
+  std::string latestDay;
+  statement(1604, [&] { latestDay = LatestDay(); });
+  const std::string selection = WhereDay(latestDay);
   statement(1610, [&] { Box(kEmplBox).Text = LastOf("EMPL_NUMB", selection); });
   statement(1620, [&] { Box(kQuantityBox).Text = LastOf("QUANTITY", selection); });
   if (mnuUseTimeClock.Checked) {
@@ -61,6 +64,7 @@ void InitializeInputBoxes() {
   statement(1720, [&] { Box(kOperationBox).Text = LastOf("OPERATION", selection); });
   statement(1730, [&] { Box(kEquipBox).Text = LastOf("EQUIP_NUMB", selection); });
   statement(1740, [&] { Box(kMemoBox).Text = LastOf("MEMO", selection); });
+  FitQuantityBoxToEvent();
 }
 
 void txtInput_GotFocus(int Index) {
@@ -112,14 +116,15 @@ void txtInput_KeyPress(int Index, int& KeyAscii) {
 void Option1_Click(int /*Index*/) {
   constexpr FailureTail statement{ScannerModule, "Option1_Click"};
   if (Box(kEmplBox).Shown()) statement(5610, [] { Box(kEmplBox).SetFocus(); });
+  FitQuantityBoxToEvent();  // where the focus stood in box 0 already, nothing else tells
 }
 
 void TabForward() {
-  TheDesktop().Post([] { ScanMain.FocusNext(true); });
+  TheDesktop().Post([] { ScanMain.FocusNext(Direction::Forward); });
 }
 
 void TabBack() {
-  TheDesktop().Post([] { ScanMain.FocusNext(false); });
+  TheDesktop().Post([] { ScanMain.FocusNext(Direction::Back); });
 }
 
 }  // namespace ostrel

@@ -10,6 +10,11 @@ namespace ostrel {
 /// where he stopped.
 void InitializeInputBoxes();
 
+/// Opens or shuts the quantity box, which then says "0", by the layout and the event in force: a
+/// quantity belongs to piecework alone where lines are events at a time of day. For whatever changes
+/// either of them, or the box's text.
+void FitQuantityBoxToEvent();
+
 void txtInput_GotFocus(int Index);
 void txtInput_LostFocus(int Index);
 void txtInput_KeyDown(int Index, int KeyCode, int Shift);

@@ -56,6 +56,7 @@ void mnuUseTimeClock_Click() {
   statement(3270, [&] { ShowColumns(timeClock); });
   frmCosting.Left = timeClock ? 8775 : 8010;
   statement(3280, [] { InitializeInputBoxes(); });
+  FitQuantityBoxToEvent();
 }
 
 }  // namespace ostrel

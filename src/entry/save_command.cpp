@@ -24,8 +24,8 @@ namespace {
 
 constexpr FailureTail statement{ScannerModule, "cmdSave_Click"};
 
-// The last piecework line with a price is what the next one is most likely to be.
-constexpr const char* kLastPiecework = "EVENT_TYPE='P' and RATE>0";
+// The last pieces with a price, counted in either layout, are what the next ones most likely are.
+constexpr const char* kLastPieces = "QUANTITY>0 and RATE>0";
 
 void GoHome(std::int32_t line) {
   statement(line, [] { txtInput[kEmplBox].SetFocus(); });
@@ -39,8 +39,8 @@ bool RateIsSettled() {
   if (rate != 0) return true;
   Beep();
   double suggestion = 0;
-  statement(
-      330, [&] { suggestion = DomainFunc("Prin App", "RATE", kLastPiecework, "LAST").ToDouble(); });
+  statement(330,
+            [&] { suggestion = DomainFunc("Prin App", "RATE", kLastPieces, "LAST").ToDouble(); });
   if (suggestion <= 0) suggestion = 1;
   std::string answer;
   statement(340, [&] {
@@ -53,17 +53,20 @@ bool RateIsSettled() {
   return true;
 }
 
+bool DescribesPieces(const std::string& description) {
+  const std::string word = UpperCase(Trim(description));
+  return !word.empty() && word != "HRS";
+}
+
 /// The description of a piecework quantity, asked for where there is none or it says hours.
 ///   returns  whether the save goes on
 bool DescriptionIsSettled() {
-  const std::string description = UpperCase(Trim(txtInput[kQuanDescBox].Text));
-  if (!description.empty() && description != "HRS") return true;
+  if (DescribesPieces(txtInput[kQuanDescBox].Text)) return true;
   Beep();
   std::string suggestion;
-  statement(380, [&] {
-    suggestion = DomainFunc("Prin App", "QUAN_DESC", kLastPiecework, "LAST").ToText();
-  });
-  if (suggestion == "0") suggestion = "PCE";
+  statement(
+      380, [&] { suggestion = DomainFunc("Prin App", "QUAN_DESC", kLastPieces, "LAST").ToText(); });
+  if (suggestion == "0" || !DescribesPieces(suggestion)) suggestion = "PCE";
   std::string answer;
   statement(390, [&] {
     answer =

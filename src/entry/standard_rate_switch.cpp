@@ -2,10 +2,8 @@
 
 #include <string>
 
-#include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "frame/standard_rate.h"
-#include "platform/values/format.h"
 #include "scan_main/scan_main.h"
 #include "store/lookups.h"
 #include "work_day/work_day.h"
@@ -18,9 +16,9 @@ void chkStdRate_Click() {
     txtInput[kRateBox].Text = kStdRateWord;
     txtInput[kQuanDescBox].Text = "HRS";
   } else {
-    Value latest;
-    statement(100, [&] { latest = DomainFunc("Prin App", "ETIME", "", "Max"); });
-    std::string selection = WhereDay(Format(latest, DateFormat));
+    std::string latestDay;
+    statement(100, [&] { latestDay = LatestDay(); });
+    std::string selection = WhereDay(latestDay);
     if (mnuUseTimeClock.Checked) {
       selection += Option1[kPiecework].Value ? " and EVENT_TYPE='P'" : " and EVENT_TYPE='I'";
     }

@@ -114,7 +114,7 @@ void WriteValues() {
     statement(6514, [] { txtInput[kEmplBox].SetFocus(); });
     return;
   }
-  statement(6520, [] { LinesRs.AddNew(); });
+  if (!IsDone(statement, 6520, [] { LinesRs.AddNew(); })) return;
   statement(6530, [&] { LinesRs["EMPL_NUMB"] = EmplNumb; });
   SetSortName(statement, 6540, LinesRs, EmplNumb);
   if (mnuUseTimeClock.Checked) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "exchange/exchange_disk.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "frame/standard_rate.h"
@@ -135,21 +136,35 @@ std::int32_t WriteLines(ReplacementFile& file, std::string (*recordOfLine)()) {
   return LineCount;
 }
 
+void SayNothingWritten(std::int32_t line) {
+  Beep();
+  statement(line, [] {
+    MsgBox("No lines have been written.\rAborting job step.", BoxButtons::Ok, BoxIcon::Information,
+           mnuWriteImportFile.Caption);
+  });
+}
+
 /// A disk that is not in its drive is nothing to report: the operator puts it in, or gives up.
-///   returns  whether the command goes on
+///   returns  whether there is a file to write to; why not has been said
 bool OpenImportFile(ReplacementFile& file) {
   const std::string caption = mnuWriteImportFile.Caption;
   for (;;) {
-    bool notReady = false;
+    bool notReady = false, open = false;
     statement(5020, [&] {
       try {
+        RequireExchangeDisk();
         file.Open(ExistingPath(ImportPath()));
+        open = true;
       } catch (const Failure& failure) {
         if (failure.Number != failure_number::kDiskNotReady) throw;
         notReady = true;
       }
     });
-    if (!notReady) return true;
+    if (open) return true;
+    if (!notReady) {
+      SayNothingWritten(5022);
+      return false;
+    }
     Beep();
     BoxAnswer answer = BoxAnswer::Cancel;
     statement(5024, [&] {
@@ -160,6 +175,12 @@ bool OpenImportFile(ReplacementFile& file) {
     statement(5028, [&] { MsgBox(caption + " canceled.", BoxButtons::Ok, BoxIcon::Information); });
     return false;
   }
+}
+
+/// The disk may have been taken out since the file was opened.
+void PutInPlace(ReplacementFile& file) {
+  RequireExchangeDisk();
+  file.Close();
 }
 
 void WriteHeadings(ReplacementFile& file) {
@@ -196,8 +217,9 @@ void mnuWriteImportFile_Click() {
   const bool timeClock = mnuUseTimeClock.Checked;
   if (timeClock) statement(5060, [] { CalcEmplHours(); });
   const std::int32_t LineCount = WriteLines(file, timeClock ? RecordOfEvent : RecordOfPlainLine);
-  statement(5110, [&] { file.Close(); });
+  const bool written = IsDone(statement, 5110, [&] { PutInPlace(file); });
   SetMousePointer(MousePointer::Normal);
+  if (!written) return SayNothingWritten(5114);
   statement(5120, [&] {
     MsgBox(std::to_string(LineCount) + " lines have successfully been written.", BoxButtons::Ok,
            BoxIcon::Information, mnuWriteImportFile.Caption);

@@ -3,6 +3,7 @@
 #include <variant>
 #include <vector>
 
+#include "exchange/exchange_disk.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "frame/ini_keys.h"
@@ -12,7 +13,6 @@
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/removable_disk.h"
-#include "platform/files/staged_files.h"
 #include "platform/files/zip_extraction.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
@@ -103,6 +103,7 @@ bool FindZip() {
     statement(12740, [&] { names = ZipsOnTheDisk(); });
     if (!names.empty() && NamesAClient(names.front())) {
       ClientNumb = ClientOf(names.front());
+      NoteExchangeDisk();
       return true;
     }
     BoxAnswer answer = BoxAnswer::Cancel;
@@ -153,7 +154,7 @@ ZipExtraction WantedTables() {
 void LoadDescFiles() {
   if (!FindZip()) return;
   const double client = NumericPrefix(ClientNumb);
-  if (client < kLowestClient || client > kHighestClient) {
+  if (client < kLowestClient || client > kHighestClient || !IsClientNumber(ClientNumb)) {
     statement(12760, [] {
       MsgBox(NotFoundText() + "Aborting job step.", BoxButtons::Ok, BoxIcon::Information);
     });

@@ -7,9 +7,11 @@ namespace ostrel {
 std::string DataPath, RemoteDrive, ClientNumb;
 std::int32_t UserCount = 1;
 std::string DefaultClockIn, DefaultClockOut;
-Database PrinDb, DescDb;
+Database &PrinDb = *new Database, &DescDb = *new Database;
 bool PrinDbOpen = false, DescDbOpen = false;
-Recordset LinesRs, ClientRs, PrmsRs, GlenRs, GlodRs, GleqRs;
+Recordset& LinesRs = *new Recordset;
+Recordset &ClientRs = *new Recordset, &PrmsRs = *new Recordset, &GlenRs = *new Recordset,
+          &GlodRs = *new Recordset, &GleqRs = *new Recordset;
 bool JobStepAborted = false;
 
 std::string StorePath() { return DataPath + kPathSeparator + "Prin" + ClientNumb + ".mdb"; }

@@ -1,7 +1,10 @@
 #pragma once
 
 // The module-level values: set once at start-up and read by many rooms. They live to the end of the
-// run; nothing is closed on the way out.
+// run; nothing is closed on the way out. What holds the store or the tables is never destroyed: the
+// order in which static objects of different sources go is nobody's, and a recordset that goes needs
+// its store, which needs what its own sources keep. What was written is on the disk by then, and the
+// system gives the files back.
 
 #include <cstdint>
 #include <string>
@@ -30,14 +33,14 @@ extern std::string DefaultClockOut;
 
 // The store and its updatable recordset; every new line goes through LinesRs. The hours and the
 // re-clock-in rebind it to a selection, which changes nothing for new lines.
-extern Database PrinDb;
+extern Database& PrinDb;
 extern bool PrinDbOpen;
-extern Recordset LinesRs;
+extern Recordset& LinesRs;
 
 // The office's tables.
-extern Database DescDb;
+extern Database& DescDb;
 extern bool DescDbOpen;
-extern Recordset ClientRs, PrmsRs, GlenRs, GlodRs, GleqRs;
+extern Recordset &ClientRs, &PrmsRs, &GlenRs, &GlodRs, &GleqRs;
 
 /// The hours of the day could not be worked out: the date box holds no day, or nobody clocked in.
 extern bool JobStepAborted;

@@ -79,13 +79,11 @@ std::string Hint(std::int32_t number) {
 std::string VersionNote() {
   const std::string folder = ExecutableFolder() + kPathSeparator;
   const std::string base = ExecutableBaseName();
-  const std::string upper = UpperCase(base);
   std::string file = folder + base + kExecutableExtension;
   std::string shown = file;
-  if (upper.starts_with("HALV")) {
-    file = folder + (upper == "HALVCONV" ? "Halvane_Convert" : "Halvane Accounting") +
-           kExecutableExtension;
-    shown = upper == "HALVCONV" ? file : "Halvane Accounting";
+  if (UpperCase(base).starts_with("HALV")) {
+    shown = "Halvane Accounting";
+    file = folder + shown + kExecutableExtension;
   }
   const Moment dated = Exist(file) ? LastModified(file) : Moment{};
   return "   (" + shown + " Tq4 version dated: " + Format(dated, "ddddd") + ")";

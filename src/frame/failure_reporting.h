@@ -102,6 +102,19 @@ class FailureTail {
   const char* routine_;
 };
 
+/// A statement on which others depend, such as the AddNew before the fields of a line: what cannot
+/// mean anything without it is passed over, so that one fault brings one report.
+///   returns  whether it has done its work; false where the operator has ignored its failure
+template <class Statement>
+bool IsDone(const FailureTail& statement, std::int32_t line, Statement&& body) {
+  bool done = false;
+  statement(line, [&] {
+    body();
+    done = true;
+  });
+  return done;
+}
+
 /// The silent tail: a failing statement is passed over, and the caller sees it by the result alone.
 class SilentTail {
  public:

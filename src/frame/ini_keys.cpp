@@ -2,6 +2,7 @@
 
 #include "platform/files/files.h"
 #include "platform/files/ini_file.h"
+#include "platform/values/text.h"
 
 namespace ostrel {
 
@@ -13,6 +14,13 @@ std::string IniPath() { return ConfigurationFolder() + kPathSeparator + "Halvane
 
 std::string IniRead(const std::string& Section, const std::string& Key) {
   return ReadIniValue(IniPath(), Section, Key);
+}
+
+std::string ReadExchangeFolder() {
+  std::string folder = IniRead(kIniSection, kExchangeFolderKey);
+  if (folder.empty() || folder.ends_with(kPathSeparator)) return folder;
+  if (LengthOf(folder) < kIniValueCharacters) folder += kPathSeparator;
+  return folder;
 }
 
 void IniWrite(const std::string& Section, const std::string& Key, const std::string& Text) {

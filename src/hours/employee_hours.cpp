@@ -13,7 +13,6 @@
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
-#include "scan_main/scan_main.h"
 #include "store/number_list.h"
 #include "work_day/work_day.h"
 
@@ -120,7 +119,7 @@ struct Span {
 void RewritePiecework(const Period& period) {
   double gross = 0;
   statement(4410, [&] { gross = LineGross(); });
-  statement(4420, [] { LinesRs.Edit(); });
+  if (!IsDone(statement, 4420, [] { LinesRs.Edit(); })) return;
   statement(4430, [&] { LinesRs["GROSS"] = Format(gross, "#0.00"); });
   statement(4440, [&] {
     LinesRs["HOURS"] = Format(Divide(period.Hours * gross, period.PieceGross), "#0.00");
@@ -146,7 +145,7 @@ void SpreadHours(const Period& period) {
 }
 
 void RewriteClockIn(const Period& period) {
-  statement(4320, [] { LinesRs.Edit(); });
+  if (!IsDone(statement, 4320, [] { LinesRs.Edit(); })) return;
   statement(4330, [&] { LinesRs["HOURS"] = period.PieceGross != 0 ? 0.0 : period.Hours; });
   statement(4340, [] { LinesRs.Update(); });
 }

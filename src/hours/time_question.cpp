@@ -29,15 +29,17 @@ ClockHands HandsOf(const std::string& text) {
   return {NumericPrefix(text.substr(0, 2)), NumericPrefix(text.substr(minutes))};
 }
 
-/// What the operator typed in place of the offered time.
+/// What the operator typed in place of the offered time, which a bad answer leaves in force, as does
+/// a failure that is ignored.
 void TakeAnswer(const FailureTail& statement, const std::string& answer, std::string& DefaultT,
                 std::string& TimeOut) {
-  if (IsDate(answer)) {
-    if (DateValue(answer) < 1) statement(3690, [&] { TimeOut = AppendAmPm(answer); });
+  const bool isTime = IsDate(answer);
+  if (isTime && DateValue(answer) >= 1) return;
+  TimeOut = DefaultT;
+  if (isTime) {
+    statement(3690, [&] { TimeOut = AppendAmPm(answer); });
   } else if (answer.front() == '-' || answer.front() == '+') {
     statement(3700, [&] { TimeOut = AdjustTime(DefaultT, NumericPrefix(answer)); });
-  } else {
-    TimeOut = DefaultT;
   }
 }
 
@@ -59,13 +61,15 @@ double HoursDiff(const std::string& StartTime, const std::string& StopTime) {
 
 std::string AdjustTime(std::string& OldTime, double DeltaMin) {
   constexpr FailureTail statement{ScannerModule, "AdjustTime"};
-  statement(3510, [&] { OldTime = Format(TimeValue(OldTime), "hh:mm"); });
+  std::string adjusted = OldTime;
+  if (!IsDone(statement, 3510, [&] { OldTime = Format(TimeValue(OldTime), "hh:mm"); })) {
+    return adjusted;
+  }
   const ClockHands hands = HandsOf(OldTime);
-  double minutes = 0;
+  double minutes = hands.Minutes;
   statement(3520, [&] { minutes = ToInteger(hands.Minutes + DeltaMin); });
   minutes += hands.Hours * kMinutesPerHour;
   minutes -= std::floor(minutes / kMinutesPerDay) * kMinutesPerDay;
-  std::string adjusted;
   statement(3530, [&] { adjusted = Format(minutes / kMinutesPerDay, TimeFormat); });
   return adjusted;
 }

@@ -17,7 +17,7 @@ double HoursDiff(const std::string& StartTime, const std::string& StopTime);
 /// A clock time moved by some minutes, past midnight to the next day's or back to the day's before.
 ///   OldTime   a time text; rewritten in the pattern "hh:mm"
 ///   DeltaMin  minutes; with the minutes of OldTime they must fit 16 bits
-///   returns   a text in TimeFormat
+///   returns   a text in TimeFormat; the time as it was where the operator ignores a failure
 ///   example   "11:50 pm", 20 -> "12:10 am"
 std::string AdjustTime(std::string& OldTime, double DeltaMin);
 

@@ -67,6 +67,7 @@ void ExitWShowManual() {
   Beep();
   const BoxAnswer answer = MsgBox(kIntroduction, BoxButtons::YesNoCancel, BoxIcon::Question,
                                   "Orveth Ostrel Payroll Program");
+  // Yes ends the program, too: the manual is to be read first, and the next start asks again.
   if (answer == BoxAnswer::No) return;
   if (answer == BoxAnswer::Yes) ShowManual();
   throw ProgramEnded{};

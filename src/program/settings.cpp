@@ -67,8 +67,12 @@ void ReadClockSetting(const FailureTail& statement, std::int32_t line, const Clo
   setting.ShowCaption();
 }
 
-/// The clock shows while the time of a line comes from it; a label says so when it does not.
+/// The clock shows while the time of a line comes from it; a label in its place says so when it does
+/// not. Nothing else shows that label, and each layout has its own place for the clock.
 void ShowClock(bool shown) {
+  constexpr int kTop = 360, kOverhang = 30;  // twips
+  lblClockOff.Top = kTop;
+  lblClockOff.Left = CurTimeCtl1.Left - kOverhang;
   CurTimeCtl1.Visible = shown;
   lblClockOff.Visible = !shown;
 }
@@ -78,8 +82,11 @@ void AskClockSetting(const FailureTail& statement, std::int32_t line, const Cloc
   const std::string offered = setting.Menu.Caption.Get().substr(setting.CaptionPrefix.size());
   std::string answer;
   statement(line, [&] {
+    // The empty line sets the question off from the title.
     answer = InputBox(std::string("\r") + setting.AskPrompt, setting.AskTitle, offered);
   });
+  // A time alone has no days; a date with it is a slip of the hand. Cancel comes here as the empty
+  // text.
   if (!IsDate(answer) || DateValue(answer) >= 1) return;
   if (!ContainsText(answer, "a") && !ContainsText(answer, "p")) {
     BoxAnswer likely = BoxAnswer::Yes;
@@ -87,7 +94,9 @@ void AskClockSetting(const FailureTail& statement, std::int32_t line, const Cloc
       likely = MsgBox(answer + setting.Likely + "?", BoxButtons::YesNo, BoxIcon::Question,
                       "'am' or 'pm' not specified");
     });
-    answer += likely == BoxAnswer::Yes ? setting.Likely : setting.Unlikely;
+    const std::string said =
+        answer + (likely == BoxAnswer::Yes ? setting.Likely : setting.Unlikely);
+    if (IsDate(said)) answer = said;  // 14:30 is the same time whatever is said
   }
   statement(line + 20, [&] { setting.Time = Format(TimeValue(answer), TimeFormat); });
   setting.ShowCaption();
@@ -110,8 +119,6 @@ void GetIniParms() {
   text.clear();
   statement(1570, [&] { text = IniRead(kIniSection, "AutosetTime"); });
   if (!text.empty()) mnuAutosetTime.Checked = text == "True";
-  lblClockOff.Top = 360;
-  lblClockOff.Left = CurTimeCtl1.Left - 30;
   ShowClock(mnuAutosetTime.Checked);
 
   text.clear();
@@ -121,6 +128,7 @@ void GetIniParms() {
 
 void PutIniParms() {
   constexpr FailureTail statement{ScannerModule, "PutIniParms"};
+  // One value a statement: a setting that cannot be written does not keep the others from the disk.
   statement(5710, [] { IniWrite(kIniSection, "Default Clock In", DefaultClockIn); });
   statement(5720, [] { IniWrite(kIniSection, "Default Clock Out", DefaultClockOut); });
   statement(5730,

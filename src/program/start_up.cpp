@@ -6,6 +6,7 @@
 
 #include "display/displayed_lines.h"
 #include "entry/input_boxes.h"
+#include "exchange/exchange_disk.h"
 #include "exchange/load_descriptions.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
@@ -15,7 +16,6 @@
 #include "platform/files/staged_files.h"
 #include "platform/files/user_folders.h"
 #include "platform/values/clock.h"
-#include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "program/first_run.h"
@@ -39,6 +39,17 @@ std::string FirstClientFile(const std::vector<std::string>& names) {
     if (NamesAClient(name)) return name;
   }
   return {};
+}
+
+/// Of all that would follow from such a number, one box: no query could name a table.
+[[noreturn]] void EndWithoutClient(const FailureTail& statement, std::int32_t line) {
+  statement(line, [] {
+    MsgBox({.Text = "No company information found.",
+            .Icon = BoxIcon::Stop,
+            .Detail =
+                "'" + ClientNumb + "' is no client number; there are letters and digits in one."});
+  });
+  throw ProgramEnded{};
 }
 
 void OpenStore(const FailureTail& statement) {
@@ -71,6 +82,8 @@ void OpenOrdered(const FailureTail& statement, std::int32_t line, const char* wo
 }
 
 void FitGrid() {
+  // The record box in front of column 0 has its own width, so the columns meet the boxes only by
+  // counting back from it.
   TDBGrid1.Left = kGridColumnsStart - TDBGrid1.ColumnLeft(0);
   Data1.DatabaseName = StorePath();
 }
@@ -89,6 +102,7 @@ void SetUpPrinting() {
 }
 
 void PlaceForm() {
+  // Twips below the upper edge of the screen.
   ScanMain.Top = 200;
   ScanMain.Height = TDBGrid1.Top + TDBGrid1.Height + 1100;
   ScanMain.Changed();
@@ -98,23 +112,27 @@ void PlaceForm() {
 
 void Form_Load() {
   constexpr FailureTail statement{ScannerModule, "Form_Load"};
-  statement(1010, [] { RemoteDrive = IniRead(kIniSection, kExchangeFolderKey); });
+  statement(1010, [] { RemoteDrive = ReadExchangeFolder(); });
   std::string users;
   statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
   if (!users.empty()) statement(1016, [&] { UserCount = ToLong(NumericPrefix(users)); });
   statement(1020, [] { DataPath = ApplicationFolder(); });
+  // No exchange folder in the settings: this laptop has never seen the office's disk.
   if (RemoteDrive.empty()) {
     statement(1030, [] { ExitWShowManual(); });
     statement(1040, [] { LoadDescFiles(); });
   }
   statement(1050, [] { OpenAll(); });
+  NoteExchangeDisk();
 
   std::string NotList;
   std::int32_t ListCount = 0;
   DomainList("Prms", "CREW", " where CREW > 0", NotList, ListCount);
+  // A client without crew numbers has no crews to clock in.
   mnuClockInACrew.Enabled = ListCount != 0;
   statement(1060, [] { GetIniParms(); });
   FitGrid();
+  // A run begins with the whole day, newest line first, however the last one ended.
   mnuDisplayCurrentEmpl.Checked = false;
   mnuEmplOrder.Checked = false;
   statement(1070, [] { SetRecordSource(); });
@@ -140,6 +158,8 @@ void OpenAll() {
       DescDbOpen = true;
     });
   }
+  // A power cut may have left a new set of tables half in place; they are all of one disk again
+  // before the first is opened.
   statement(13011, [] { ResumeInstall(DataPath); });
   std::string clientFile;
   statement(13012, [&] {
@@ -148,6 +168,8 @@ void OpenAll() {
   if (!clientFile.empty()) {
     ClientNumb = ClientOf(clientFile);
   } else {
+    // Without a table the folder that the settings name has not served: the operator picks the
+    // disk.
     RemoteDrive.clear();
     statement(13016, [] { LoadDescFiles(); });
   }
@@ -161,6 +183,7 @@ void OpenAll() {
     });
     throw ProgramEnded{};
   }
+  if (!IsClientNumber(ClientNumb)) EndWithoutClient(statement, 13026);
   statement(13030,
             [] { ClientRs = DescDb.OpenRecordset("Hvcl" + ClientNumb, RecordsetType::Table); });
   OpenStore(statement);

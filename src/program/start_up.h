@@ -14,7 +14,10 @@ void Form_Load();
 ///   throws  ProgramEnded when a table's file is missing
 void OpenAll();
 
+/// The form is about to go: saves the settings.
 void Form_QueryUnload();
+
+/// Closes the form, as its close box does.
 void mnuExit_Click();
 
 }  // namespace ostrel

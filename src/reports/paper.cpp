@@ -6,6 +6,7 @@
 
 #include "frame/app_state.h"
 #include "platform/files/files.h"
+#include "platform/values/calendar.h"
 #include "platform/values/dates.h"
 #include "scan_main/scan_main.h"
 #include "work_day/work_day.h"

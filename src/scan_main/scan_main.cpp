@@ -17,7 +17,7 @@ ClockControl CurTimeCtl1;
 TextBox txtToday, txtComments;
 CheckBox chkStdRate;
 Shape Shape1;
-DataControl Data1;
+DataControl& Data1 = *new DataControl;
 MenuItem mnuFile, mnuUpdateDescs, mnuMinWageWatch, mnuSep0, mnuPrintLines, mnuEmplDailyRpt,
     mnuSep01, mnuWriteImportFile, mnuSep1, mnuExit;
 MenuItem mnuEdit, mnuCut, mnuCopy, mnuPaste, mnuSep2, mnuDeleteLine, mnuClockInACrew,
@@ -155,6 +155,7 @@ void DesignControls() {
     row.What->ToolTip = row.Tip;
     ScanMain.Add(*row.What, row.Container);
   }
+  // What the table of controls has no column for, since so few controls have it.
   for (const int centred :
        {kEmplBox, kTimeBox, kQuanDescBox, kEnterpriseBox, kOperationBox, kEquipBox}) {
     txtInput[static_cast<std::size_t>(centred)].Align.Put(Alignment::Center);
@@ -171,6 +172,7 @@ void DesignControls() {
   Shape1.Visible.Put(false);
 
   TDBGrid1.DesignColumns(kColumns);
+  // The store holds -9; the foreman reads and types words.
   TDBGrid1.Columns("RATE").TranslatedNumber = kStdRate;
   TDBGrid1.Columns("RATE").TranslatedWord = kStdRateWord;
   TDBGrid1.Bind(Data1);
@@ -182,6 +184,7 @@ void DesignMenus() {
     row.What->Shortcut = row.Shortcut;
     ScanMain.AddMenu(*row.What, row.Menu);
   }
+  // As a laptop without settings starts.
   mnuUseTimeClock.Checked.Put(true);
   mnuAutosetTime.Checked.Put(true);
 }

@@ -42,7 +42,7 @@ extern ClockControl CurTimeCtl1;
 extern TextBox txtToday, txtComments;
 extern CheckBox chkStdRate;
 extern Shape Shape1;
-extern DataControl Data1;
+extern DataControl& Data1;  ///< never destroyed, since it holds the store (app_state.h)
 
 extern MenuItem mnuFile, mnuUpdateDescs, mnuMinWageWatch, mnuSep0, mnuPrintLines, mnuEmplDailyRpt,
     mnuSep01, mnuWriteImportFile, mnuSep1, mnuExit;

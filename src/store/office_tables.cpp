@@ -1,5 +1,7 @@
 #include "store/office_tables.h"
 
+#include <algorithm>
+
 #include "frame/app_state.h"
 #include "platform/files/files.h"
 
@@ -14,6 +16,12 @@ constexpr std::size_t kBareFileNameLength = 8;  // "Hvcl.dbf"
 
 std::string OfficeTablePath(const char* word) {
   return DataPath + kPathSeparator + word + ClientNumb + DbaseExt;
+}
+
+bool IsClientNumber(const std::string& client) {
+  return std::all_of(client.begin(), client.end(), [](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+  });
 }
 
 bool NamesAClient(const std::string& fileName) { return fileName.size() > kBareFileNameLength; }

@@ -15,6 +15,9 @@ inline constexpr std::array<const char*, 5> kOfficeTables = {"Hvcl", "Prms", "Gl
 /// Full path of one of the client's tables in the application folder.
 std::string OfficeTablePath(const char* word);
 
+/// Whether there are letters and digits alone in a client's number: queries name the tables by it.
+bool IsClientNumber(const std::string& client);
+
 /// Whether the name is long enough to name a client: "Prms1234.dbf", not "Prms.dbf".
 bool NamesAClient(const std::string& fileName);
 

@@ -26,8 +26,12 @@ std::string WorkDay();
 std::string OnWorkDay(const std::string& time);
 
 /// Where text for the lines of one day: " where INT(ETIME) = #06/14/04#".
-///   day  a date text
+///   day  a date text; with the empty text a lookup finds nothing
 std::string WhereDay(const std::string& day);
+
+/// The latest day in the store in DateFormat; day 0 where it is empty.
+///   throws  the failure of the pattern where the latest moment is none
+std::string LatestDay();
 
 /// Where text for the lines of the work day, with the date box's text as it stands.
 std::string WhereWorkDay();

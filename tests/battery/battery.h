@@ -16,7 +16,6 @@
 #include <vector>
 
 #include "platform/files/text_encoding.h"
-#include "support/ask_sqlite.h"
 
 namespace ostrel {
 
@@ -80,7 +79,8 @@ class Harm {
   std::string Letters(std::size_t count) {
     std::string text;
     for (; count > 0; --count) {
-      text += Coin() ? std::string(1, static_cast<char>(Below(128))) : FromUtf16(Bytes(2), false);
+      text += Coin() ? std::string(1, static_cast<char>(Below(128)))
+                     : FromUtf16(Bytes(2), ByteOrder::LittleEnd);
     }
     return text;
   }

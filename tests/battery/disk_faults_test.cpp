@@ -15,7 +15,6 @@
 #include "battery/battery.h"
 #include "battery/disk_shim.h"
 #include "battery/working_day.h"
-#include "frame/app_state.h"
 #include "platform/values/failure.h"
 
 namespace ostrel {

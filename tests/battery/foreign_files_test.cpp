@@ -12,6 +12,8 @@
 #include "platform/files/files.h"
 #include "platform/values/failure.h"
 #include "platform/values/text.h"
+#include "scan_main/scan_main.h"
+#include "support/ask_sqlite.h"
 #include "support/dbf_builder.h"
 #include "support/failure_number.h"
 

@@ -9,6 +9,8 @@
 #include "frame/app_state.h"
 #include "hours/employee_hours.h"
 #include "platform/values/format.h"
+#include "scan_main/scan_main.h"
+#include "support/ask_sqlite.h"
 #include "support/payroll.h"
 
 namespace ostrel {

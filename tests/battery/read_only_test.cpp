@@ -9,7 +9,9 @@
 #include <functional>
 
 #include "battery/battery.h"
+#include "scan_main/scan_main.h"
 #include "support/agreeing_desktop.h"
+#include "support/ask_sqlite.h"
 #include "support/payroll.h"
 
 namespace ostrel {

@@ -4,14 +4,14 @@
 #include <malloc.h>
 #include <sqlite3.h>
 
-#include <chrono>
 #include <functional>
 #include <vector>
 
 #include "battery/battery.h"
-#include "platform/values/dates.h"
 #include "platform/values/format.h"
+#include "scan_main/scan_main.h"
 #include "support/agreeing_desktop.h"
+#include "support/ask_sqlite.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -42,7 +42,6 @@ void CountSteps() {
 struct DayCost {
   std::int64_t Steps = 0;   // while its lines were entered
   std::int64_t Memory = 0;  // bytes in use at its end, without SQLite's cache, which has a bound
-  double Microseconds = 0;  // a line, the night included
   std::size_t File = 0;     // the import file's digest: a season of them would drown what is kept
 };
 
@@ -62,7 +61,6 @@ class Laptop {
 
   /// Enters the lines of a day by the form, less `less` at the end, and writes the import file.
   DayCost WorkDay(int day, int less = 0) {
-    const auto start = std::chrono::steady_clock::now();
     DayCost cost{-stepsTaken};
     const std::string date = Format(Moment{static_cast<double>(kFirstDay + day)}, "mm/dd/yy");
     payroll_.SetClock((date + " 6:00 am").c_str());
@@ -74,9 +72,6 @@ class Laptop {
     EXPECT_EQ(operator_.Messages.size(), 1U);
     EXPECT_TRUE(operator_.Reports.empty());
     operator_.Messages.clear();
-    const std::chrono::duration<double, std::micro> taken =
-        std::chrono::steady_clock::now() - start;
-    cost.Microseconds = taken.count() / kLinesADay;
     cost.File = std::hash<std::string>()(ReadWholeFile(payroll_.Disk("Pck-1234.asc")));
     cost.Memory = static_cast<std::int64_t>(mallinfo2().uordblks) - sqlite3_memory_used();
     return cost;
@@ -135,10 +130,6 @@ TEST(LongRun, ASeasonCostsTheSameADay) {
   row["days"] = days;
   row["steps a line on day 2"] = early.Steps / kLinesADay;
   row["on the last"] = late.Steps / kLinesADay;
-  row["us a line on day 2"] = std::lround(early.Microseconds);
-  row["us on the last"] = std::lround(late.Microseconds);
-  row["KB on day 2"] = early.Memory / 1024;
-  row["KB on the last"] = late.Memory / 1024;
   row.Control = steep.Steps / kLinesADay;
 }
 

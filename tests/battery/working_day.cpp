@@ -9,6 +9,7 @@
 #include "battery/disk_shim.h"
 #include "frame/app_state.h"
 #include "program/event_table.h"
+#include "scan_main/scan_main.h"
 
 namespace ostrel {
 

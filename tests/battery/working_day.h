@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "battery/battery.h"
 #include "support/agreeing_desktop.h"
+#include "support/ask_sqlite.h"
 #include "support/payroll.h"
 #include "support/zip_builder.h"
 

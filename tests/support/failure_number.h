@@ -14,7 +14,7 @@ inline int NumberOf(const std::function<void()>& call) {
   try {
     call();
   } catch (const Failure& failure) {
-    EXPECT_FALSE(failure.Text.empty());
+    EXPECT_FALSE(failure.Text.empty() || failure.Text.front() == ':') << "no words before the path";
     return failure.Number;
   }
   return 0;

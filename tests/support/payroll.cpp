@@ -10,11 +10,10 @@
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/files/files.h"
-#include "platform/files/ini_file.h"
 #include "platform/values/dates.h"
 #include "platform/values/format.h"
 #include "program/event_table.h"
-#include "program/settings.h"
+#include "scan_main/scan_main.h"
 #include "support/dbf_builder.h"
 
 namespace ostrel {

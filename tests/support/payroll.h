@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "scan_main/scan_main.h"
 #include "support/scripted_desktop.h"
 #include "support/temp_folder.h"
 

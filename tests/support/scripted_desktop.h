@@ -15,7 +15,6 @@
 
 #include "platform/desktop/desktop.h"
 #include "platform/values/clock.h"
-#include "platform/values/value.h"
 #include "support/recorded_print_job.h"
 
 namespace ostrel {

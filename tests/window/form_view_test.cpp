@@ -11,12 +11,12 @@
 #include <QTextEdit>
 #include <QTimer>
 
-#include "frame/app_state.h"
 #include "frame/standard_rate.h"
 #include "platform/qt/grid_view.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
 #include "platform/values/failure.h"
+#include "scan_main/scan_main.h"
 #include "support/payroll.h"
 #include "window/qt_application.h"
 

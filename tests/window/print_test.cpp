@@ -17,6 +17,7 @@
 #include "platform/qt/printer_trouble.h"
 #include "platform/qt/qt_printing.h"
 #include "platform/qt/qt_text.h"
+#include "scan_main/scan_main.h"
 #include "support/full_disk.h"
 #include "support/payroll.h"
 #include "window/qt_application.h"

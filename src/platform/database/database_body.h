@@ -1,6 +1,6 @@
 #pragma once
 
-// What stands behind a Database: the timecard store (store_database.h) or the folder of dBase tables
+// What stands behind a Database: the timecard store (store.h) or the folder of dBase tables
 // (table_folder.h). Only the database room derives from it; see database.h for each call's meaning.
 
 #include <memory>

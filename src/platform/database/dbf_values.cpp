@@ -5,7 +5,7 @@
 #include <cmath>
 #include <string>
 
-#include "platform/values/dates.h"
+#include "platform/values/calendar.h"
 
 namespace ostrel {
 

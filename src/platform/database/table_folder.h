@@ -7,7 +7,6 @@
 #include <string>
 
 #include "platform/database/database_body.h"
-#include "platform/database/sql_dialect.h"
 
 namespace ostrel {
 

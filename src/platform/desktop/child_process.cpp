@@ -64,6 +64,7 @@ std::int32_t RunCommandLine(const std::string& commandLine) {
     RefuseToStart(commandLine);
   }
   int status = 0;
+  // A signal to this program, such as a resized terminal's, is no end of the other one.
   while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
   }
   const int code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

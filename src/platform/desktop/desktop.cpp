@@ -18,6 +18,7 @@ Desktop& TheDesktop() {
 void SetDesktop(Desktop* desktop) { desktopOfThisRun = desktop; }
 
 BoxAnswer MsgBox(const MessageBoxRequest& request) {
+  // The box may stand for hours while the battery runs down.
   SettleAllShared();
   return TheDesktop().ShowMessageBox(request);
 }

@@ -105,6 +105,7 @@ void GridOnPaper::Draw() {
   StartPage();
   for (std::size_t position = 0; position < count; ++position) {
     const std::vector<Value> fields = rows_.RowAt(position);
+    // A line that another run has deleted meanwhile has no fields.
     if (!fields.empty()) DrawRow(fields);
   }
   EndPage();
@@ -162,6 +163,7 @@ void GridOnPaper::EndRow() {
 }
 
 void GridOnPaper::EndPage() {
+  // Nothing has been drawn below the header, so there is no table to rule.
   if (top_ == table_) return;
   const int height = top_ - table_;
   for (const PrintedColumn& column : columns_) job_.DrawRule({column.Left, table_, 0, height});

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/values/value.h"
+#include "platform/values/moment.h"
 
 namespace ostrel {
 

@@ -18,16 +18,13 @@ namespace ostrel {
 
 namespace {
 
-// The system's profile functions take a buffer of 255 characters, one of them their end mark.
-constexpr std::size_t kValueCharacters = 254;
-
 #ifdef _WIN32
 
 // There the office's product uses the profile functions too, which know where its settings lie.
 std::wstring Wide(std::string_view text) { return PathFromUtf8(text).wstring(); }
 
 std::string ReadValue(const std::string& path, std::string_view section, std::string_view key) {
-  wchar_t buffer[kValueCharacters + 1];
+  wchar_t buffer[kIniValueCharacters + 1];
   const DWORD size =
       GetPrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), L"", buffer,
                                static_cast<DWORD>(std::size(buffer)), Wide(path).c_str());
@@ -80,7 +77,7 @@ bool WriteValue(const std::string& path, std::string_view section, std::string_v
 }  // namespace
 
 std::string ReadIniValue(const std::string& path, std::string_view section, std::string_view key) {
-  return LeftOf(ReadValue(path, section, key), kValueCharacters);
+  return LeftOf(ReadValue(path, section, key), kIniValueCharacters);
 }
 
 bool WriteIniValue(const std::string& path, std::string_view section, std::string_view key,

@@ -12,12 +12,17 @@
 // and code page 1252 where not. A value is written back in the kind that the file is; only one that
 // would not read back the same from code page 1252 is written in UTF-8 there.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace ostrel {
 
-/// The value, or the empty text when there is no file, section or key; at most 254 characters of it.
+/// Characters of a value that come back at most: the system's profile functions take a buffer of 255,
+/// one of them their end mark.
+inline constexpr std::size_t kIniValueCharacters = 254;
+
+/// The value, or the empty text when there is no file, section or key.
 ///   throws  Failure 57 or 75 when the file is there and cannot be read
 std::string ReadIniValue(const std::string& path, std::string_view section, std::string_view key);
 

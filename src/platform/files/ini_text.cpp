@@ -18,13 +18,13 @@ constexpr std::size_t kNone = std::string_view::npos;
 struct Kind {
   std::size_t MarkSize = 0;
   std::size_t Unit = 1;
-  bool BigEndian = false;
+  ByteOrder Order = ByteOrder::LittleEnd;
 };
 
 Kind KindOf(std::string_view file) {
   if (file.starts_with("\xEF\xBB\xBF")) return {.MarkSize = 3};
   if (file.starts_with("\xFF\xFE")) return {.MarkSize = 2, .Unit = 2};
-  if (file.starts_with("\xFE\xFF")) return {.MarkSize = 2, .Unit = 2, .BigEndian = true};
+  if (file.starts_with("\xFE\xFF")) return {.MarkSize = 2, .Unit = 2, .Order = ByteOrder::BigEnd};
   return {};
 }
 
@@ -35,8 +35,9 @@ std::string OutlineOf(std::string_view body, const Kind& kind) {
   std::string outline;
   outline.reserve(body.size() / 2);
   for (std::size_t at = 0; at + 1 < body.size(); at += 2) {
-    const char high = body[kind.BigEndian ? at : at + 1];
-    const char low = body[kind.BigEndian ? at + 1 : at];
+    const bool highFirst = kind.Order == ByteOrder::BigEnd;
+    const char high = body[highFirst ? at : at + 1];
+    const char low = body[highFirst ? at + 1 : at];
     const bool ascii = high == 0 && static_cast<unsigned char>(low) < 0x80;
     outline += ascii ? low : '\xFF';
   }
@@ -129,7 +130,7 @@ Change ChangeFor(std::string_view text, std::string_view section, std::string_vi
 }
 
 std::string InKindOf(std::string_view file, const Kind& kind, const std::string& text) {
-  if (kind.Unit == 2) return ToUtf16(text, kind.BigEndian);
+  if (kind.Unit == 2) return ToUtf16(text, kind.Order);
   if (kind.MarkSize > 0 || IsUtf8(file)) return text;
   std::string bytes = ToCodePage1252(text);
   return AsUtf8(bytes) == text ? bytes : text;
@@ -145,7 +146,7 @@ std::string IniValueIn(std::string_view file, std::string_view section, std::str
   if (place.ValueBegin == kNone) return {};
   const std::string_view bytes =
       body.substr(place.ValueBegin * kind.Unit, (place.ValueEnd - place.ValueBegin) * kind.Unit);
-  const std::string line = kind.Unit == 2 ? FromUtf16(bytes, kind.BigEndian) : AsUtf8(bytes);
+  const std::string line = kind.Unit == 2 ? FromUtf16(bytes, kind.Order) : AsUtf8(bytes);
   std::string_view value = WithoutBlanks(line);
   if (InQuotes(value)) value = value.substr(1, value.size() - 2);
   return std::string(value);

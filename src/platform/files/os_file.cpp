@@ -128,6 +128,7 @@ constexpr std::pair<int, std::int32_t> kReasons[] = {
     {ENOSPC, failure_number::kDiskFull},          {EFBIG, failure_number::kDiskFull},
     {EBUSY, failure_number::kPermissionDenied},   {ETXTBSY, failure_number::kPermissionDenied},
     {ENAMETOOLONG, failure_number::kBadFileName}, {EINVAL, failure_number::kBadFileName},
+    {EEXIST, failure_number::kFileExists},        {ENOTEMPTY, failure_number::kFileExists},
     {EILSEQ, failure_number::kBadFileName},       {ELOOP, failure_number::kBadFileName},
     {ENOMEM, failure_number::kOutOfMemory},
 #ifndef _WIN32
@@ -144,6 +145,7 @@ constexpr std::pair<std::int32_t, const char*> kWords[] = {
     {failure_number::kFileNotFound, "File not found"},
     {failure_number::kFileAlreadyOpen, "File already open"},
     {failure_number::kDeviceIo, "Device I/O error"},
+    {failure_number::kFileExists, "File already exists"},
     {failure_number::kDiskFull, "Disk full"},
     {failure_number::kPermissionDenied, "Permission denied"},
     {failure_number::kDiskNotReady, "Disk not ready"},

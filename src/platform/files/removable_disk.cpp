@@ -1,11 +1,17 @@
 #include "platform/files/removable_disk.h"
 
+#include <filesystem>
+
+#include "platform/files/os_file.h"
+
 #ifdef _WIN32
 #include <windows.h>
 #elif defined(__linux__)
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <system_error>
+#include <utility>
 #else
 #error "Say here where this system mounts removable disks."
 #endif
@@ -24,6 +30,10 @@ std::string RemovableDisk() {
     }
   }
   return {};
+}
+
+std::string DiskHolding(const std::string& folder) {
+  return Utf8FromPath(PathFromUtf8(folder).root_path());
 }
 
 #else
@@ -49,15 +59,26 @@ std::string Unescaped(std::string_view field) {
   return text;
 }
 
+/// Takes the first line off a list of mounts.
+///   returns  its folder as it stands there
+std::string_view TakeMount(std::string_view& mounts) {
+  const std::string_view line = mounts.substr(0, mounts.find('\n'));
+  mounts.remove_prefix(std::min(mounts.size(), line.size() + 1));
+  const std::size_t device = std::min(line.size(), line.find(' '));
+  const std::string_view rest = line.substr(std::min(line.size(), device + 1));
+  return rest.substr(0, rest.find(' '));
+}
+
+std::string MountsNow() {
+  std::ifstream mounts("/proc/self/mounts", std::ios::binary);
+  return {std::istreambuf_iterator<char>(mounts), {}};
+}
+
 }  // namespace
 
 std::string RemovableMount(std::string_view mounts) {
   while (!mounts.empty()) {
-    const std::string_view line = mounts.substr(0, mounts.find('\n'));
-    mounts.remove_prefix(std::min(mounts.size(), line.size() + 1));
-    const std::size_t device = std::min(line.size(), line.find(' '));
-    const std::string_view rest = line.substr(std::min(line.size(), device + 1));
-    const std::string_view folder = rest.substr(0, rest.find(' '));
+    const std::string_view folder = TakeMount(mounts);
     if (folder.starts_with("/media/") || folder.starts_with("/run/media/")) {
       return Unescaped(folder);
     }
@@ -65,9 +86,23 @@ std::string RemovableMount(std::string_view mounts) {
   return {};
 }
 
-std::string RemovableDisk() {
-  std::ifstream mounts("/proc/self/mounts", std::ios::binary);
-  return RemovableMount(std::string(std::istreambuf_iterator<char>(mounts), {}));
+std::string MountHolding(std::string_view mounts, std::string_view folder) {
+  std::string holding = "/";
+  while (!mounts.empty()) {
+    std::string mount = Unescaped(TakeMount(mounts));
+    const bool holds = folder == mount || folder.starts_with(mount + "/");
+    if (holds && mount.size() > holding.size()) holding = std::move(mount);
+  }
+  return holding;
+}
+
+std::string RemovableDisk() { return RemovableMount(MountsNow()); }
+
+std::string DiskHolding(const std::string& folder) {
+  // With a dot behind it the folder is named without a separator at its end.
+  std::error_code unreachable;
+  const auto path = std::filesystem::weakly_canonical(PathFromUtf8(folder + "/."), unreachable);
+  return MountHolding(MountsNow(), Utf8FromPath(unreachable ? PathFromUtf8(folder) : path));
 }
 
 #endif

@@ -85,17 +85,18 @@ void AppendUtf8(std::string& text, char32_t character) {
 bool IsFirstHalf(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool IsSecondHalf(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
-char32_t UnitAt(std::string_view bytes, std::size_t at, bool bigEndian) {
+char32_t UnitAt(std::string_view bytes, std::size_t at, ByteOrder order) {
   const char32_t first = ByteAt(bytes, at);
   const char32_t second = ByteAt(bytes, at + 1);
-  return bigEndian ? first << 8 | second : second << 8 | first;
+  return order == ByteOrder::BigEnd ? first << 8 | second : second << 8 | first;
 }
 
-void AppendUnit(std::string& bytes, char32_t unit, bool bigEndian) {
+void AppendUnit(std::string& bytes, char32_t unit, ByteOrder order) {
   const char high = static_cast<char>(unit >> 8);
   const char low = static_cast<char>(unit & 0xFF);
-  bytes += bigEndian ? high : low;
-  bytes += bigEndian ? low : high;
+  const bool highFirst = order == ByteOrder::BigEnd;
+  bytes += highFirst ? high : low;
+  bytes += highFirst ? low : high;
 }
 
 }  // namespace
@@ -117,11 +118,11 @@ std::string FromCodePage1252(std::string_view bytes) {
   return text;
 }
 
-std::string FromUtf16(std::string_view bytes, bool bigEndian) {
+std::string FromUtf16(std::string_view bytes, ByteOrder order) {
   std::string text;
   for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-    char32_t character = UnitAt(bytes, at, bigEndian);
-    const char32_t next = at + 3 < bytes.size() ? UnitAt(bytes, at + 2, bigEndian) : 0;
+    char32_t character = UnitAt(bytes, at, order);
+    const char32_t next = at + 3 < bytes.size() ? UnitAt(bytes, at + 2, order) : 0;
     if (IsFirstHalf(character) && IsSecondHalf(next)) {
       character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
       at += 2;
@@ -133,16 +134,16 @@ std::string FromUtf16(std::string_view bytes, bool bigEndian) {
   return text;
 }
 
-std::string ToUtf16(std::string_view text, bool bigEndian) {
+std::string ToUtf16(std::string_view text, ByteOrder order) {
   std::string bytes;
   for (std::size_t at = 0; at < text.size();) {
     char32_t character = TakeCharacter(text, at);
     if (character == kNoCharacter) character = '?';
     if (character >= 0x10000) {
-      AppendUnit(bytes, 0xD800 + ((character - 0x10000) >> 10), bigEndian);
+      AppendUnit(bytes, 0xD800 + ((character - 0x10000) >> 10), order);
       character = 0xDC00 + (character & 0x3FF);
     }
-    AppendUnit(bytes, character, bigEndian);
+    AppendUnit(bytes, character, order);
   }
   return bytes;
 }

@@ -18,12 +18,14 @@ std::string FromCodePage1252(std::string_view bytes);
 
 bool IsUtf8(std::string_view bytes);
 
+enum class ByteOrder { LittleEnd, BigEnd };  ///< which end of a 16-bit unit stands first
+
 /// UTF-16 without a byte order mark; a lone half of a pair becomes U+FFFD, a last odd byte is
 /// dropped.
-std::string FromUtf16(std::string_view bytes, bool bigEndian);
+std::string FromUtf16(std::string_view bytes, ByteOrder order);
 
 /// Each byte of `text` that is no UTF-8 becomes "?".
-std::string ToUtf16(std::string_view text, bool bigEndian);
+std::string ToUtf16(std::string_view text, ByteOrder order);
 
 /// Bytes of unknown origin as UTF-8: as they are when they are UTF-8, else from code page 1252.
 std::string AsUtf8(std::string_view bytes);

@@ -5,6 +5,7 @@
 
 #include "platform/files/os_file.h"
 #include "platform/files/replace_file.h"
+#include "platform/files/text_encoding.h"
 #include "platform/values/failure.h"
 
 namespace ostrel {

@@ -7,8 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files/text_encoding.h"
-
 namespace ostrel {
 
 /// A file that replaces another as a whole. Lines are gathered in memory; Close writes them beside

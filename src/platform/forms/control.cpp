@@ -1,16 +1,14 @@
 #include "platform/forms/control.h"
 
-#include "platform/forms/form.h"
 #include "platform/forms/selection.h"
+#include "platform/values/failure.h"
 #include "platform/values/text.h"
 
 namespace ostrel {
 
 namespace detail {
 void TellChange(Control& owner) {
-  if (owner.Owner != nullptr && owner.Owner->Observer() != nullptr) {
-    owner.Owner->Observer()->ControlChanged(owner);
-  }
+  if (owner.Owner != nullptr) owner.Owner->ControlChanged(owner);
 }
 }  // namespace detail
 
@@ -45,7 +43,7 @@ void Control::Design(std::string name, std::string /*text*/, Place place) {
 }
 
 bool Control::Shown() const {
-  if (!Visible || Owner == nullptr || !Owner->Visible) return false;
+  if (!Visible || Owner == nullptr || !Owner->IsVisible()) return false;
   return Container == nullptr || Container->Visible;
 }
 
@@ -120,7 +118,7 @@ void Label::Design(std::string name, std::string text, Place place) {
 }
 
 void Label::Refresh() {
-  if (Owner != nullptr && Owner->Observer() != nullptr) Owner->Observer()->RepaintNow(*this);
+  if (Owner != nullptr) Owner->RepaintNow(*this);
 }
 
 void Frame::Design(std::string name, std::string text, Place place) {
@@ -144,6 +142,7 @@ void Button::Press() {
 void OptionButton::Press() {
   if (!CanTakeFocus()) return;
   SetFocus();
+  // No change, so no event of its own; the operator has asked for the routine all the same.
   if (Value) return RaiseOn(*this, Click);
   Value = true;
 }

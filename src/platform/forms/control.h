@@ -9,12 +9,13 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/forms/property.h"
 
 namespace ostrel {
 
-class Form;
+class Control;
 
 struct Color {
   std::uint8_t Red = 0, Green = 0, Blue = 0;
@@ -37,6 +38,20 @@ inline constexpr int kRight = 39;
 /// A control's place in the design, one row of the form's table.
 struct Place {
   int Left = 0, Top = 0, Width = 0, Height = 0;
+};
+
+/// What a control asks of the form that it lies on.
+class ControlOwner {
+ public:
+  virtual ~ControlOwner() = default;
+  virtual bool IsVisible() const = 0;
+  virtual const std::vector<Control*>& Controls() const = 0;
+  virtual void SetFocus(Control& control) = 0;
+  virtual void Raise(const std::function<void()>& routine) = 0;
+  virtual bool Try(const std::function<void()>& step) = 0;
+  // Both tell whoever draws the form.
+  virtual void ControlChanged(Control& control) = 0;
+  virtual void RepaintNow(Control& control) = 0;
 };
 
 class Control {
@@ -69,11 +84,11 @@ class Control {
   virtual std::string SelText() const;
   virtual void SetSelText(const std::string& text);
 
-  std::string Name;            ///< such as "txtInput(0)"
-  std::string ToolTip;         ///< one line
-  std::string AccessibleName;  ///< what a screen reader says
-  Form* Owner = nullptr;
-  Control* Container = nullptr;  ///< the frame it lies in; its place is then relative to the frame
+  std::string Name;               ///< such as "txtInput(0)"
+  std::string ToolTip;            ///< one line
+  std::string AccessibleName;     ///< what a screen reader says
+  ControlOwner* Owner = nullptr;  ///< the form; none before it is added to one
+  Control* Container = nullptr;   ///< the frame it lies in; its place is then relative to the frame
 
   Property<int> Left{*this}, Top{*this}, Width{*this}, Height{*this};
   Property<bool> Visible{*this, true};

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <exception>
 
+#include "platform/values/failure.h"
+
 namespace ostrel {
 
 void Form::Design(std::string caption, int width, int height) {
@@ -37,14 +39,23 @@ void Form::Changed() {
   if (observer_ != nullptr) observer_->FormChanged();
 }
 
+void Form::ControlChanged(Control& control) {
+  if (observer_ != nullptr) observer_->ControlChanged(control);
+}
+
+void Form::RepaintNow(Control& control) {
+  if (observer_ != nullptr) observer_->RepaintNow(control);
+}
+
 void Form::Show() {
   Visible = true;
   Changed();
-  if (active_ == nullptr) FocusNext(true);
+  if (active_ == nullptr) FocusNext(Direction::Forward);
 }
 
 void Form::Unload() {
   if (!Visible) return;
+  // A cell that is half typed is a line half written; closing the window must not lose it.
   if (active_ != nullptr) active_->FinishTyping();
   Raise(QueryUnload);
   Visible = false;
@@ -61,6 +72,8 @@ void Form::SetFocus(Control& control) {
   Control* old = activeHasGotFocus_ ? active_ : nullptr;
   active_ = &control;
   activeHasGotFocus_ = false;
+  // Each move of the focus has its number, by which a move tells whether a later one has overtaken
+  // it.
   const unsigned turn = ++turn_;
   if (old != nullptr) Raise(old->LostFocus);
   if (turn != turn_) return;  // LostFocus has sent the focus elsewhere
@@ -90,7 +103,8 @@ bool IsTabStop(const Control& control) {
 
 }  // namespace
 
-void Form::FocusNext(bool forward) {
+void Form::FocusNext(Direction direction) {
+  const bool forward = direction == Direction::Forward;
   const std::vector<Control*> order = TabOrder();
   const auto count = static_cast<std::ptrdiff_t>(order.size());
   if (count == 0) return;

@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "platform/forms/control.h"
-#include "platform/values/failure.h"
 
 namespace ostrel {
 
@@ -29,7 +28,9 @@ class FormObserver {
   virtual void Unloaded() = 0;
 };
 
-class Form {
+enum class Direction { Forward, Back };
+
+class Form : public ControlOwner {
  public:
   /// Empty, invisible, nothing focused; the observer is let go.
   void Design(std::string caption, int width, int height);
@@ -38,12 +39,13 @@ class Form {
   void Add(Control& control, Control* container = nullptr);
   void AddMenu(MenuItem& item, MenuItem* menu = nullptr);
 
-  const std::vector<Control*>& Controls() const { return controls_; }
+  const std::vector<Control*>& Controls() const override { return controls_; }
   const std::vector<MenuItem*>& Menus() const { return menus_; }
 
   std::string Caption;
   int Left = 0, Top = 0, Width = 0, Height = 0;  ///< twips, the inner size
   bool Visible = false;
+  bool IsVisible() const override { return Visible; }
   /// Tells the observer that caption, place or size have changed.
   void Changed();
 
@@ -55,19 +57,21 @@ class Form {
   /// The control that has the focus, or nullptr.
   Control* ActiveControl() const { return active_; }
   /// throws  Failure 5 when the control cannot take the focus
-  void SetFocus(Control& control);
+  void SetFocus(Control& control) override;
   /// What the Tab key does: on to the next control in tab order that can take the focus, round the
   /// end; or back.
-  void FocusNext(bool forward);
+  void FocusNext(Direction direction);
 
   /// Runs an event routine; a failure that leaves it goes to OnFailure.
-  void Raise(const std::function<void()>& routine);
+  void Raise(const std::function<void()>& routine) override;
   /// Runs a step that can be run again, for as long as it fails and OnFailure wants that.
   ///   returns  whether the step has run well
-  bool Try(const std::function<void()>& step);
+  bool Try(const std::function<void()>& step) override;
+
+  void ControlChanged(Control& control) override;
+  void RepaintNow(Control& control) override;
 
   void SetObserver(FormObserver* observer) { observer_ = observer; }
-  FormObserver* Observer() const { return observer_; }
 
   std::function<void()> Load, QueryUnload;
   /// Reports a failure or any other fault; true: the operator wants a retry.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cassert>
 
-#include "platform/forms/form.h"
 #include "platform/forms/grid.h"
 #include "platform/forms/selection.h"
 #include "platform/values/text.h"

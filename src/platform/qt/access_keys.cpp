@@ -27,6 +27,7 @@ Control* AccessKeyOwner(const Form& form, char letter) {
   for (Control* control : form.Controls()) {
     const std::string* caption = CaptionOf(*control);
     if (caption == nullptr || AccessLetter(*caption) != letter) continue;
+    // What cannot be used now leaves its letter to the next control, and at last to the menus.
     if (control->CanTakeFocus()) return control;
   }
   return nullptr;

@@ -35,6 +35,7 @@ constexpr qsizetype kLongestShown = 3000;  // characters; more would not fit on 
 /// Texts of the program part their lines by carriage returns.
 QString Lines(const std::string& text) {
   QString lines = ToQt(text).replace("\r\n", "\n").replace('\r', '\n');
+  // A report may quote a whole field; a box taller than the screen would hide its buttons.
   if (lines.size() > kLongestShown) lines = lines.left(kLongestShown) + QChar(0x2026);
   return lines;
 }
@@ -106,6 +107,8 @@ class BoxTime {
 QWidget* WordsOf(const QString& lines, QSize screen) {
   auto* words = new QTextEdit;
   auto* document = new QTextDocument(lines, words);
+  // Measured before it is shown: a text edit knows its height only once it has a width, and the box
+  // must not jump.
   document->setDocumentMargin(0);
   document->setDefaultFont(words->font());
   document->setDefaultTextOption(words->document()->defaultTextOption());
@@ -121,6 +124,8 @@ QWidget* WordsOf(const QString& lines, QSize screen) {
   words->setFixedSize(wide + bar, std::min(high, most));
   words->setDocument(document);
   words->setReadOnly(true);
+  // The keyboard stays with the buttons; the mouse may still select what is to be quoted on the
+  // phone.
   words->setFocusPolicy(Qt::NoFocus);
   words->viewport()->setAutoFillBackground(false);
   words->viewport()->setCursor(Qt::ArrowCursor);
@@ -162,6 +167,7 @@ class MessageBox : public QDialog {
     column->addLayout(message);
     column->addLayout(ButtonRow());
     const int title = fontMetrics().horizontalAdvance(windowTitle()) + kTitleButtons;
+    // A title that the window system cuts off would say half of what went wrong.
     setFixedSize(sizeHint().expandedTo({title, 0}));
   }
 
@@ -173,6 +179,7 @@ class MessageBox : public QDialog {
 
   /// Esc and the close box come here.
   void reject() override {
+    // Where the choice is Yes or No, or Abort, Retry or Ignore, there is no way round the question.
     const BoxAnswer last = buttons_.back().Answer;
     if (last == BoxAnswer::Cancel || buttons_.size() == 1) done(static_cast<int>(last));
   }
@@ -212,6 +219,8 @@ class InputDialog : public QDialog {
     auto* text = new QLabel(Lines(prompt));
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
+    // The toolkit cuts at 32,767 characters without a word; what is too long is the caller's to
+    // say.
     answer_->setMaxLength(std::numeric_limits<int>::max());
     answer_->setAccessibleName(ToQt(title));
     answer_->selectAll();
@@ -255,6 +264,7 @@ std::string RunOpenFile(const OpenFileRequest& request) {
   const QString filter = ToQt(request.FilterName + " (" + request.FilterPattern + ")");
   QFileDialog dialog(OwnerOfBox(), ToQt(request.Title), ToQt(request.Folder), filter);
   dialog.setOption(QFileDialog::DontUseNativeDialog);
+  // A name that is typed must be there: what comes back is opened without another question.
   dialog.setFileMode(QFileDialog::ExistingFile);
   TakeIconsOff(dialog);
   const QFontMetrics text = dialog.fontMetrics();

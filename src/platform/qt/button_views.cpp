@@ -4,9 +4,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "platform/qt/access_keys.h"
 #include "platform/qt/fitted_text.h"
-#include "platform/qt/input_filter.h"
 #include "platform/qt/key_codes.h"
 #include "platform/qt/key_hooks.h"
 #include "platform/qt/qt_text.h"
@@ -67,6 +65,7 @@ void ButtonView::keyPressEvent(QKeyEvent* event) {
 void ButtonView::HandleKey(QKeyEvent& event) {
   int character = CharacterOf(event);
   if (!RaiseKeys(surface_.Shown, button_, KeyCodeOf(event), ShiftOf(event), character)) return;
+  // The toolkit presses a button by the blank alone; the foreman's row goes on with Enter.
   if (character == key::kEnter) {
     button_.Press();
   } else {

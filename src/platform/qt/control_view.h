@@ -7,11 +7,10 @@
 
 #include "platform/forms/form.h"
 #include "platform/qt/event_edge.h"
+#include "platform/qt/input_filter.h"
 #include "platform/qt/scaling.h"
 
 namespace ostrel {
-
-class InputFilter;
 
 /// What every view of one form shares.
 struct Surface {
@@ -36,8 +35,5 @@ class ControlView {
   /// Behind each event: for what changes without the control's telling.
   virtual void Afterwards() {}
 };
-
-/// The view that fits the kind of control; `parent` owns it.
-ControlView& MakeControlView(Control& control, const Surface& surface, QWidget& parent);
 
 }  // namespace ostrel

@@ -33,10 +33,12 @@ struct Step {
   void (*Move)(Recordset&);
 };
 
-constexpr Step kSteps[] = {{"First line", false, true, MoveFirst},
-                           {"Previous line", false, false, MovePrevious},
-                           {"Next line", true, false, MoveNext},
-                           {"Last line", true, true, MoveLast}};
+constexpr Step kSteps[] = {
+    {.Name = "First line", .Forward = false, .ToTheEnd = true, .Move = MoveFirst},
+    {.Name = "Previous line", .Forward = false, .ToTheEnd = false, .Move = MovePrevious},
+    {.Name = "Next line", .Forward = true, .ToTheEnd = false, .Move = MoveNext},
+    {.Name = "Last line", .Forward = true, .ToTheEnd = true, .Move = MoveLast},
+};
 
 class StepButton : public QAbstractButton {
  public:

@@ -10,7 +10,10 @@ constexpr double kPixelsAtFactorOne = 11;  // 8.25 points at 96 dots per inch
 
 QFont FormFont(double factor) {
   QFont font;
+  // In order of likeness to the design; the machine has at least one of them.
   font.setFamilies({"Microsoft Sans Serif", "Liberation Sans", "Arial", "DejaVu Sans"});
+  // In pixels, not points: the form is scaled by its own factor, and the screen's dots per inch
+  // would count twice. Below 6 nothing can be read.
   font.setPixelSize(std::max(6, static_cast<int>(kPixelsAtFactorOne * factor)));
   return font;
 }
@@ -29,6 +32,8 @@ Qt::Alignment AlignmentFlags(Alignment align) {
 }
 
 const QStaticText& LaidOutTexts::Of(const QString& text, const QFont& font) {
+  // Laying text out is what costs in a repaint, and a screen of lines repeats itself. The bound is
+  // some eight screens; beyond it the operator is paging, and old texts are of no use.
   constexpr qsizetype mostTexts = 5000;
   if (font != font_ || texts_.size() > mostTexts) texts_.clear();
   font_ = font;
@@ -52,6 +57,7 @@ void DrawFitted(QPainter& painter, const QRect& place, Qt::Alignment align,
     painter.drawStaticText(QPointF(place.left() + left, top), text);
     return;
   }
+  // Squeezed rather than cut: a figure that loses its last digit is another figure.
   painter.save();
   painter.translate(place.left(), top);
   painter.scale(place.width() / text.size().width(), 1);
@@ -61,6 +67,7 @@ void DrawFitted(QPainter& painter, const QRect& place, Qt::Alignment align,
 
 void DrawFitted(QPainter& painter, const QRect& place, int flags, const QString& text) {
   if (text.isEmpty() || place.width() <= 0) return;
+  // The mark of an access key takes no room; measured without the flag it would.
   const int measured = flags & Qt::TextShowMnemonic;
   const int wide = painter.fontMetrics().size(Qt::TextSingleLine | measured, text).width();
   const int all = flags | Qt::TextSingleLine | Qt::TextDontClip;

@@ -9,6 +9,7 @@
 #include "platform/forms/grid.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/view_factory.h"
 
 namespace ostrel {
 
@@ -36,6 +37,8 @@ Scaling ScaleFor(const Form& form, std::optional<double> factor) {
   return Scaling::ForScreen(available, {form.Width, form.Height + kMenuAndTitleTwips});
 }
 
+/// Whether the design's height for the control is that of its text, so that a font of another
+/// height needs another place.
 bool HoldsText(const Control& control) {
   return dynamic_cast<const Label*>(&control) != nullptr ||
          dynamic_cast<const OptionButton*>(&control) != nullptr ||
@@ -51,17 +54,22 @@ FormView::FormView(Form& form, EventEdge& edge, std::optional<double> factor)
       input_(form, edge),
       surface_{form, edge, input_, ScaleFor(form, factor)},
       canvas_(new Canvas([this] { PlaceAll(); })) {
+  // Every widget of the form inherits this font; the menus do not, since the system's may be
+  // larger.
   canvas_->setFont(FormFont(surface_.Scale.Factor()));
   designed_ = {surface_.Scale.Pixels(form.Width), surface_.Scale.Pixels(form.Height)};
   setCentralWidget(canvas_);
   menus_ = std::make_unique<MenuView>(form, edge, *menuBar(), TextFont());
   BuildControls();
 
+  // The window can be made as low as the grid allows; nothing else of the form gives way.
   const int spare = stretching_ == nullptr ? 0 : stretching_->Height - kFewestGridTwips;
   canvas_->setMinimumSize(designed_ - QSize(0, surface_.Scale.Pixels(std::max(0, spare))));
   resize(designed_ + QSize(0, menuBar()->sizeHint().height()));
   form.SetObserver(this);
   edge.Raise = [&form](const std::function<void()>& action) { form.Raise(action); };
+  // What routines change without telling: the recordset's place, and the focus of a control that is
+  // no longer on show.
   edge.Afterwards = [this] {
     for (ControlView* view : views_) view->Afterwards();
     FollowFocus();
@@ -84,6 +92,7 @@ void FormView::BuildControls() {
   for (Control* control : form_.Controls()) {
     if (dynamic_cast<Grid*>(control) != nullptr) stretching_ = control;
   }
+  // A second pass: which control stretches must be known before the first one is placed.
   for (Control* control : form_.Controls()) FollowControl(*control, ViewOf(*control));
 }
 
@@ -128,7 +137,9 @@ void FormView::FocusMoved(Control& control) {
 /// the keyboard for as long as it has it.
 void FormView::FollowFocus() {
   Control* active = form_.ActiveControl();
-  if (active != nullptr && form_.Visible && !active->CanTakeFocus()) form_.FocusNext(true);
+  if (active != nullptr && form_.Visible && !active->CanTakeFocus()) {
+    form_.FocusNext(Direction::Forward);
+  }
   active = form_.ActiveControl();
   if (active == nullptr || menuBar()->hasFocus()) return;
   QWidget& target = ViewOf(*active).FocusTarget();
@@ -139,6 +150,8 @@ void FormView::RepaintNow(Control& control) { ViewOf(control).Widget().repaint()
 
 void FormView::FormChanged() {
   setWindowTitle(ToQt(form_.Caption));
+  // Place and size are looked at when the window comes up and never again: from then on they are
+  // the operator's.
   if (form_.Visible == isVisible()) return;
   if (form_.Visible) PlaceWindow();
   setVisible(form_.Visible);
@@ -150,6 +163,7 @@ void FormView::Unloaded() {
   QCoreApplication::quit();
 }
 
+/// The form decides: the window stays until Unload has saved the settings, and is hidden by it.
 void FormView::closeEvent(QCloseEvent* event) {
   event->setAccepted(!form_.Visible);
   if (form_.Visible) edge_.Run([this] { form_.Unload(); });
@@ -180,6 +194,8 @@ void FormView::PlaceWithin(const Control& frame) {
 
 /// The grid takes what the window has beyond the design, and what lies below it moves down.
 void FormView::Place(const Control& control, QWidget& widget) const {
+  // A font may be taller than the design's line. The text then grows evenly to both sides, since a
+  // caption that is cut cannot be read and one that moves looks torn from its box.
   QRect place = surface_.Scale.Of(control);
   if (HoldsText(control)) {
     const int missing = std::max(0, widget.fontMetrics().height() + 1 - place.height());

@@ -3,7 +3,6 @@
 #include <QKeyEvent>
 
 #include "platform/qt/fitted_text.h"
-#include "platform/qt/input_filter.h"
 
 namespace ostrel {
 

@@ -3,7 +3,6 @@
 #include <QFontMetrics>
 #include <algorithm>
 
-#include "platform/forms/data_control.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/pixel_lines.h"
 #include "platform/qt/qt_text.h"
@@ -29,6 +28,8 @@ bool IsNumber(const Value& value) {
   }
 }
 
+/// A line that cannot be read shows as an empty one. A failure here would be raised by every
+/// repaint, and the box that tells of it would cause the next.
 std::vector<Value> ReadRow(const Recordset& rows, std::size_t row) {
   try {
     return rows.RowAt(row);
@@ -147,6 +148,7 @@ void GridPainter::PaintCell(const QRect& cell, const Column& column, const Value
   if (value.IsNull()) return;
   QString text = ToQt(column.Display(value)).left(kLongestDrawn);
   const QRect place = cell.adjusted(padding_, 0, -padding_, 0);
+  // Squeezed a little before it is cut, since a name is known by its first letters.
   const double room = place.width() / kNarrowest;
   if (texts_.Of(text, painter_.font()).size().width() > room) {
     text = painter_.fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room));

@@ -10,7 +10,6 @@
 #include <algorithm>
 
 #include "platform/qt/grid_painter.h"
-#include "platform/qt/input_filter.h"
 #include "platform/qt/key_codes.h"
 #include "platform/qt/key_hooks.h"
 #include "platform/qt/qt_text.h"
@@ -190,6 +189,8 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 }
 
 void GridView::HandleKey(const QKeyEvent& event) {
+  // Hooks come first, as in every control: the rate column makes a letter the standard rate before
+  // an editor could open on it.
   int character = CharacterOf(event);
   if (!RaiseKeys(surface_.Shown, grid_, KeyCodeOf(event), ShiftOf(event), character)) return;
   if (character != 0) {

@@ -5,7 +5,6 @@
 
 #include <QAbstractScrollArea>
 
-#include "platform/forms/data_control.h"
 #include "platform/forms/grid.h"
 #include "platform/qt/control_view.h"
 #include "platform/qt/fitted_text.h"

@@ -15,6 +15,7 @@ Control* AccessKeyOwner(const Form& form, const QKeyEvent& event) {
   return AccessKeyOwner(form, static_cast<char>(event.key()));
 }
 
+/// Ctrl+Tab and Alt+Tab are the window system's.
 bool IsTab(const QKeyEvent& event) {
   return (event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab) && !IsCommandKey(event);
 }
@@ -28,6 +29,7 @@ void InputFilter::Watch(QWidget& widget, Control& control) {
 
 bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
+      // Comes before the key itself, to ask whether a widget wants the key for itself.
     case QEvent::ShortcutOverride:
       return BeforeShortcuts(*static_cast<QKeyEvent*>(event));
     case QEvent::KeyPress:
@@ -48,9 +50,9 @@ bool InputFilter::BeforeShortcuts(QKeyEvent& event) const {
 
 bool InputFilter::BeforeKey(const QKeyEvent& event) {
   if (IsTab(event)) {
-    const bool forward =
-        event.key() == Qt::Key_Tab && !event.modifiers().testFlag(Qt::ShiftModifier);
-    edge_.Run([&] { form_.FocusNext(forward); });
+    const bool back =
+        event.key() == Qt::Key_Backtab || event.modifiers().testFlag(Qt::ShiftModifier);
+    edge_.Run([&] { form_.FocusNext(back ? Direction::Back : Direction::Forward); });
     return true;
   }
   Control* owner = AccessKeyOwner(form_, event);

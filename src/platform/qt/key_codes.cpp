@@ -12,6 +12,8 @@ namespace {
 constexpr int kBackspace = 8, kBlank = 32, kRubout = 127;
 constexpr int kFirstFunctionKey = 112;
 
+// The numbers that routines compare with. The toolkit's own are others and change with its
+// versions.
 constexpr std::array<std::pair<Qt::Key, int>, 21> kCodes = {{
     {Qt::Key_Backspace, kBackspace},
     {Qt::Key_Tab, key::kTab},
@@ -50,6 +52,8 @@ int KeyCodeOf(const QKeyEvent& event) {
   for (const auto& [qt, code] : kCodes) {
     if (qt == pressed) return code;
   }
+  // Letters and digits have the same number in both worlds; other characters come by KeyPress
+  // alone.
   const bool named = (pressed >= Qt::Key_A && pressed <= Qt::Key_Z) ||
                      (pressed >= Qt::Key_0 && pressed <= Qt::Key_9) || pressed == Qt::Key_Space;
   return named ? pressed : 0;
@@ -82,6 +86,8 @@ int CharacterOf(const QKeyEvent& event) {
 bool IsCommandKey(const QKeyEvent& event) {
   const Qt::KeyboardModifiers held = CommandModifiers(event);
   if (!held) return false;
+  // Ctrl and Alt together are how some keyboards type a character, such as @: with a text to it
+  // that is typing and no command.
   return held != (Qt::ControlModifier | Qt::AltModifier) || event.text().isEmpty();
 }
 

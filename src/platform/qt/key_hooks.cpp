@@ -3,6 +3,8 @@
 namespace ostrel {
 
 bool RaiseKeys(Form& form, KeyControl& control, int keyCode, int shift, int& character) {
+  // The focus may have gone while the key waited in the queue; a hook may send it away. Either way
+  // the key has lost its control, and typing it into the next one would be a surprise.
   if (form.ActiveControl() != &control) return false;
   if (control.KeyDown) form.Raise([&] { control.KeyDown(keyCode, shift); });
   if (form.ActiveControl() != &control) return false;

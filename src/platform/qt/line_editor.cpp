@@ -23,6 +23,7 @@ bool IsAltKey(const QKeyEvent& event) {
 
 LineEditor::LineEditor(KeyControl& control, const Surface& surface, QWidget* parent)
     : QLineEdit(parent), control_(control), surface_(surface) {
+  // The toolkit would cut at 32,767 characters; what is too long for a field is the store's to say.
   setMaxLength(std::numeric_limits<int>::max());
   setFrame(false);
   setAcceptDrops(false);
@@ -45,11 +46,14 @@ void LineEditor::ReportChange() {
   const std::string typed = FromQt(text());
   std::string line = SingleLine(typed);
   const Selection caret = Caret();
+  // Pasted text may hold line breaks and control characters; what stands in the box is what will be
+  // stored, so they go at once.
   if (line != typed) ShowText(line, caret);
   Report(std::move(line), caret);
 }
 
 void LineEditor::ShowText(const std::string& shown, Selection selection) {
+  // Each setter below tells of a change as if the operator had made it.
   following_ = true;
   const QString wanted = ToQt(shown);
   if (text() != wanted) setText(wanted);

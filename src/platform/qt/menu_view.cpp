@@ -37,6 +37,7 @@ void MenuView::Tie(const MenuItem& item, QAction& action, EventEdge& edge) {
 void MenuView::Follow(const MenuItem& item) {
   QAction* action = actions_.value(&item);
   if (!action->isSeparator()) action->setText(ToQt(item.Caption));
+  // Checkable only while it is checked, so that an entry without a mark has no empty box beside it.
   action->setCheckable(item.Checked);
   action->setChecked(item.Checked);
   action->setVisible(item.Visible);

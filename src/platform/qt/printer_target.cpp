@@ -135,6 +135,8 @@ class QueueTarget : public PdfTarget {
         title_(title) {}
 
   std::string Deliver() override {
+    // Asked anew: between the first sheet and the last the printer may have run out of paper, or
+    // have been taken away.
     Destination now(cupsGetNamedDest(CUPS_HTTP_DEFAULT, printer_->name, printer_->instance));
     if (now == nullptr) throw PrinterFailure(printer_->name, "is gone");
     const std::string trouble = TroubleOf({.Reasons = AnswerOf(*now, "printer-state-reasons"),
@@ -143,6 +145,7 @@ class QueueTarget : public PdfTarget {
     if (!trouble.empty()) throw PrinterFailure(now->name, trouble);
     const int job = cupsPrintFile2(CUPS_HTTP_DEFAULT, now->name, Path().c_str(), title_.c_str(),
                                    now->num_options, now->options);
+    // The queue's own words are shown as they are: the administrator looks for these.
     if (job == 0) {
       throw PrinterFailure(now->name, std::string("refuses the job: ") + cupsLastErrorString());
     }

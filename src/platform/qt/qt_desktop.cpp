@@ -30,6 +30,7 @@ void QtDesktop::Beep() { QApplication::beep(); }
 
 void QtDesktop::SetPointer(MousePointer pointer) {
   const bool wait = pointer == MousePointer::Wait;
+  // The toolkit stacks its pointers; one too many would stay for the rest of the run.
   if (wait == waiting_) return;
   waiting_ = wait;
   if (wait) {

@@ -42,6 +42,8 @@ class QtPrintJob : public PrintJob {
   explicit QtPrintJob(std::unique_ptr<PrintTarget> target)
       : target_(std::move(target)), font_(PaperFont()), metrics_(font_, &target_->Device()) {}
   ~QtPrintJob() override {
+    // Left by a failure in the midst of a sheet. Half a list that looks whole must not reach the
+    // tray.
     if (painter_.isActive()) target_->GiveUp();
   }
 
@@ -70,8 +72,10 @@ SheetSize QtPrintJob::PageSize() const {
 
 void QtPrintJob::BeginDrawing() {
   const bool begun = painter_.begin(&target_->Device());
+  // The target knows the reason, such as a full disk; the painter only knows that it could not.
   target_->Check();
   if (!begun) throw Failure(failure_number::kPrinter, "Printer error: it cannot be drawn on.");
+  // From here on all places are twips, whatever the dots of the device.
   const double scale = target_->Device().logicalDpiX() / kTwipsPerInch;
   painter_.scale(scale, scale);
   painter_.setFont(font_);
@@ -93,6 +97,8 @@ void QtPrintJob::DrawText(const PrintedText& text) {
   double wide = metrics_.horizontalAdvance(line);
   const double room = text.Where.Width;
   if (room <= 0 || wide <= 0) return;
+  // Words are cut with an ellipsis before they become too narrow to read. Figures are never cut,
+  // only squeezed.
   if (!text.Whole && wide > room / kNarrowest) {
     line = metrics_.elidedText(line, Qt::ElideRight, room / kNarrowest);
     wide = metrics_.horizontalAdvance(line);

@@ -3,7 +3,6 @@
 #include <QPainter>
 
 #include "platform/qt/fitted_text.h"
-#include "platform/qt/input_filter.h"
 #include "platform/qt/pixel_lines.h"
 
 namespace ostrel {

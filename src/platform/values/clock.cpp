@@ -6,7 +6,7 @@
 #include <ctime>
 #include <utility>
 
-#include "platform/values/dates.h"
+#include "platform/values/calendar.h"
 
 namespace ostrel {
 namespace {
@@ -15,6 +15,8 @@ constexpr double kSecondsPerDay = 86400;
 
 std::tm LocalTime(std::time_t seconds) {
   std::tm local{};
+// The plain localtime keeps its answer in one place for the whole process, the toolkit's threads
+// included.
 #ifdef _WIN32
   localtime_s(&local, &seconds);
 #else
@@ -46,7 +48,13 @@ Moment LocalMoment(std::time_t seconds) {
   return {days + ofDay / kSecondsPerDay};
 }
 
-Moment Now() { return ClockInUse()(); }
+Moment Now() {
+  // A moment is exact to less than a microsecond; a whole second may lie that far below itself.
+  constexpr double kExactness = 1e-5;  // seconds
+  const double days = ClockInUse()().Days;
+  const double day = std::floor(days);
+  return {day + std::floor((days - day) * kSecondsPerDay + kExactness) / kSecondsPerDay};
+}
 
 void SetClock(std::function<Moment()> clock) {
   if (!clock) clock = ComputerClock;
@@ -54,7 +62,7 @@ void SetClock(std::function<Moment()> clock) {
 }
 
 double SecondsSinceMidnight() {
-  const double days = Now().Days;
+  const double days = ClockInUse()().Days;
   return std::abs(days - std::trunc(days)) * kSecondsPerDay;
 }
 

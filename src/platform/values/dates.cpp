@@ -1,8 +1,6 @@
 #include "platform/values/dates.h"
 
-#include <chrono>
-#include <cmath>
-
+#include "platform/values/calendar.h"
 #include "platform/values/clock.h"
 #include "platform/values/value_failures.h"
 
@@ -10,7 +8,6 @@ namespace ostrel {
 namespace {
 
 constexpr int kSecondsPerDay = 86400;
-constexpr int kUnixEpoch = 25569;  // 1 January 1970 as a day number
 
 /// What a text holds; at least one of the two.
 struct Reading {
@@ -183,23 +180,5 @@ double TimeValue(std::string_view text) { return FractionOf(MustRead(text)); }
 double DateValue(std::string_view text) { return MustRead(text).Day.value_or(0); }
 
 Moment MomentFrom(std::string_view text) { return MomentOf(MustRead(text)); }
-
-std::optional<int> DayNumber(int year, int month, int day) {
-  if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return {};
-  const std::chrono::year_month_day date{std::chrono::year(year),
-                                         std::chrono::month(static_cast<unsigned>(month)),
-                                         std::chrono::day(static_cast<unsigned>(day))};
-  if (!date.ok()) return std::nullopt;
-  return static_cast<int>(std::chrono::sys_days(date).time_since_epoch().count()) + kUnixEpoch;
-}
-
-CivilDate CivilFromDays(int days) {
-  const std::chrono::year_month_day date{
-      std::chrono::sys_days(std::chrono::days(days - kUnixEpoch))};
-  return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day()))};
-}
-
-double DayOf(Moment moment) { return std::floor(moment.Days); }
 
 }  // namespace ostrel

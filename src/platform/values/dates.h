@@ -1,6 +1,6 @@
 #pragma once
 
-// Reading dates and times from text, the way a foreman types them, and taking them apart.
+// Reading dates and times from text, the way a foreman types them.
 //
 // Order is month, day, year, parted by "/" or "-"; the year may be left out and is then the present
 // one. Two-digit years lie in a window that slides with the clock: from 80 years back to 19 ahead.
@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/values/value.h"
+#include "platform/values/moment.h"
 
 namespace ostrel {
 
@@ -36,18 +36,5 @@ double DateValue(std::string_view text);
 /// Date and time together, as the store reads a text given to a date field.
 ///   throws   Failure 13 when the text fails the date test
 Moment MomentFrom(std::string_view text);
-
-/// Whole days since 30 December 1899 of a calendar date (Gregorian, years 100 to 9999).
-std::optional<int> DayNumber(int year, int month, int day);
-
-struct CivilDate {
-  int Year;
-  int Month;  ///< 1 to 12
-  int Day;    ///< 1 to 31
-};
-CivilDate CivilFromDays(int days);
-
-/// A moment's whole-day part, rounded down: the work day that a line belongs to.
-double DayOf(Moment moment);
 
 }  // namespace ostrel

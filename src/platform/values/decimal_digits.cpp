@@ -17,6 +17,7 @@ void DropZerosAtTheEnd(DecimalDigits& number) {
 
 /// Adds one to the last digit in use, or makes a 1 of no digits at all.
 void Increment(DecimalDigits& number) {
+  // Nines become zeros, and zeros at the end are not kept.
   while (number.Count > 0 && number.Digits[number.Count - 1] == '9') --number.Count;
   if (number.Count > 0) {
     ++number.Digits[number.Count - 1];
@@ -30,6 +31,7 @@ void Increment(DecimalDigits& number) {
 }  // namespace
 
 void DecimalDigits::RoundToPlaces(int places) {
+  // Digits that stay; negative where even the first lies beyond the places and rounds to nothing.
   const int kept = Exponent + 1 + places;
   if (kept >= Count) return;
   const bool up = kept >= 0 && Digits[kept] >= '5';

@@ -7,6 +7,7 @@
 
 #include "platform/values/dates.h"
 #include "platform/values/decimal_digits.h"
+#include "platform/values/moment_text.h"
 #include "platform/values/numbers.h"
 #include "platform/values/value_failures.h"
 
@@ -19,14 +20,6 @@ struct MoneyForm {
   bool WholeDigit = false;   ///< a 0 before the point of a value under 1
   bool Commas = false;       ///< between thousands
   bool AllDecimals = false;  ///< two of them always, otherwise none that is a zero at the end
-};
-
-/// A moment on the clock, rounded to the nearest second.
-struct ClockTime {
-  int Day;
-  int Hour;    ///< 0 to 23
-  int Minute;  ///< 0 to 59
-  int Second;  ///< 0 to 59
 };
 
 using DateWriter = std::string (*)(const ClockTime&);
@@ -49,6 +42,7 @@ char DigitAt(const DecimalDigits& number, int power) {
 std::string WriteMoney(double value, const MoneyForm& form) {
   DecimalDigits number = DigitsOf(value, DecimalDigits::kMost);
   number.RoundToPlaces(kPlaces);
+  // Without digits the number is zero; with a negative exponent it begins behind the point.
   const bool underOne = number.Count == 0 || number.Exponent < 0;
   const int highest = underOne ? 0 : number.Exponent;
 
@@ -65,79 +59,6 @@ std::string WriteMoney(double value, const MoneyForm& form) {
   const int decimals = form.AllDecimals ? kPlaces : std::clamp(used, 0, kPlaces);
   for (int place = 1; place <= decimals; ++place) text += DigitAt(number, -place);
   return text;
-}
-
-/// throws  Failure 6 outside the calendar, which runs from the year 100 to 9999
-ClockTime OnTheClock(double days) {
-  constexpr int kSecondsPerDay = 86400;
-  constexpr double kBeforeFirstDay = -657435;
-  constexpr double kBeyondLastDay = 2958466 - 0.5 / kSecondsPerDay;  // would round to a day more
-  if (!(days > kBeforeFirstDay && days < kBeyondLastDay)) throw value_failure::Overflow();
-  const double day = std::trunc(days);
-  const auto second = static_cast<int>(std::lround(std::abs(days - day) * kSecondsPerDay));
-  const int ofDay = second % kSecondsPerDay;
-  return {static_cast<int>(day) + second / kSecondsPerDay, ofDay / 3600, ofDay / 60 % 60,
-          ofDay % 60};
-}
-
-void AppendTwoDigits(std::string& text, int number) {
-  text += static_cast<char>('0' + number / 10 % 10);
-  text += static_cast<char>('0' + number % 10);
-}
-
-int OnTwelveHours(int hour) { return hour % 12 == 0 ? 12 : hour % 12; }
-
-std::string HourAndMinute(int hour, int minute) {
-  std::string text;
-  AppendTwoDigits(text, hour);
-  text += ':';
-  AppendTwoDigits(text, minute);
-  return text;
-}
-
-std::string OfTwentyFourHours(const ClockTime& time) {
-  return HourAndMinute(time.Hour, time.Minute);
-}
-
-std::string OfTwelveHours(const ClockTime& time) {
-  return HourAndMinute(OnTwelveHours(time.Hour), time.Minute) + (time.Hour < 12 ? " am" : " pm");
-}
-
-std::string MonthAndDay(const ClockTime& time) {
-  const CivilDate date = CivilFromDays(time.Day);
-  std::string text;
-  AppendTwoDigits(text, date.Month);
-  text += '/';
-  AppendTwoDigits(text, date.Day);
-  return text;
-}
-
-std::string MonthDayAndYear(const ClockTime& time) {
-  std::string text = MonthAndDay(time) + '/';
-  AppendTwoDigits(text, CivilFromDays(time.Day).Year);
-  return text;
-}
-
-std::string Weekday(const ClockTime& time) {
-  static constexpr std::array<const char*, 7> kNames = {
-      "Saturday", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday"};
-  return kNames[static_cast<std::size_t>((time.Day % 7 + 7) % 7)];  // day 0 was a Saturday
-}
-
-std::string ShortDate(const ClockTime& time) {
-  const CivilDate date = CivilFromDays(time.Day);
-  std::string text = std::to_string(date.Month) + '/' + std::to_string(date.Day) + '/';
-  AppendTwoDigits(text, date.Year / 100);
-  AppendTwoDigits(text, date.Year);
-  return text;
-}
-
-std::string GeneralDate(const ClockTime& time) {
-  std::string text = ShortDate(time) + ' ' + std::to_string(OnTwelveHours(time.Hour)) + ':';
-  AppendTwoDigits(text, time.Minute);
-  text += ':';
-  AppendTwoDigits(text, time.Second);
-  return text + (time.Hour < 12 ? " AM" : " PM");
 }
 
 constexpr MoneyForm kPlain{.WholeDigit = true, .AllDecimals = true};
@@ -170,7 +91,7 @@ const Pattern& Find(std::string_view text) {
 
 std::string WithPattern(double number, const Pattern& pattern) {
   if (pattern.Money) return WriteMoney(number, *pattern.Money);
-  return pattern.Date != nullptr ? pattern.Date(OnTheClock(number)) : GeneralText(number);
+  return pattern.Date != nullptr ? pattern.Date(OnTheClock(Moment{number})) : GeneralText(number);
 }
 
 std::string WithPattern(const std::string& text, const Pattern& pattern) {
@@ -181,6 +102,7 @@ std::string WithPattern(const std::string& text, const Pattern& pattern) {
   if (!pattern.Money) return text;
   try {
     return WithPattern(WholeNumberText(text), pattern);
+    // A text that is no number shows as it is: the cell must not hide what stands in the store.
   } catch (const Failure&) {
     return text;
   }

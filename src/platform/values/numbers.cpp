@@ -61,6 +61,7 @@ LeadingNumber ReadLeadingNumber(std::string_view text) {
   const auto length = static_cast<std::size_t>(read.ptr - digits.data());
   if (read.ec == std::errc::result_out_of_range) {
     if (IsTooLarge(digits.substr(0, length))) throw value_failure::Overflow();
+    // Too near to zero for a double is zero; nobody is paid by such a number.
     number = 0;
   }
   return {negative && number != 0 ? -number : number, sign + length};
@@ -111,7 +112,10 @@ std::string GeneralTextOf(const DecimalDigits& number) {
 template <class Whole>
 Whole RoundedTo(double number) {
   using Limits = std::numeric_limits<Whole>;
+  // Ties go to the even neighbour, as the processor does it by itself; the program never sets
+  // another way.
   const double rounded = std::nearbyint(number);
+  // Asked this way round, a number that is none does not pass.
   if (!(rounded >= Limits::min() && rounded <= Limits::max())) throw value_failure::Overflow();
   return static_cast<Whole>(rounded);
 }

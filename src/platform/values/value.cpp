@@ -1,6 +1,6 @@
 #include "platform/values/value.h"
 
-#include "platform/values/format.h"
+#include "platform/values/moment_text.h"
 #include "platform/values/numbers.h"
 #include "platform/values/value_failures.h"
 
@@ -13,7 +13,7 @@ struct AsText {
   std::string operator()(std::int32_t value) const { return std::to_string(value); }
   std::string operator()(float value) const { return GeneralText(value); }
   std::string operator()(double value) const { return GeneralText(value); }
-  std::string operator()(Moment value) const { return Format(value, "General Date"); }
+  std::string operator()(Moment value) const { return GeneralDate(OnTheClock(value)); }
   std::string operator()(const std::string& value) const { return value; }
 };
 

@@ -11,13 +11,9 @@
 #include <utility>
 #include <variant>
 
-namespace ostrel {
+#include "platform/values/moment.h"
 
-/// A date and time of day: days since 30 December 1899, the fraction being the time of day.
-struct Moment {
-  double Days = 0;
-  friend bool operator==(const Moment&, const Moment&) = default;
-};
+namespace ostrel {
 
 class Value {
  public:

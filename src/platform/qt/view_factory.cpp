@@ -1,6 +1,7 @@
-#include "platform/qt/control_view.h"
+#include "platform/qt/view_factory.h"
 
 #include <cassert>
+#include <cstdlib>
 
 #include "platform/forms/data_control.h"
 #include "platform/forms/grid.h"
