@@ -2,6 +2,7 @@
 
 #include "program/command_line.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -106,12 +107,11 @@ TEST(CommandLine, MakesTheFolderAmongTheDocumentsForItsUserAlone) {
     for (int time = 1; time <= 2; ++time) EXPECT_EQ(UseFolder(command), "");
     EXPECT_EQ(ApplicationFolder(), folder);
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << folder;
-    EXPECT_EQ(fs::status(home.Path(documents)).permissions(), fs::perms::owner_all);
   }
   fs::remove_all(home.Path("Documents"));
   home.Write("Documents", "a file in the way");
   home.Write("user-dirs.dirs", "");
-  EXPECT_EQ(UseFolder(command), home.Path("Documents/Ostrel Payroll") + " cannot be made.");
+  EXPECT_THAT(UseFolder(command), testing::EndsWith(home.Path("Documents/Ostrel Payroll")));
   SetApplicationFolder({});
 }
 #endif

@@ -223,7 +223,10 @@ TEST_F(StoreTest, PathsToOneFileSeeEachOtherAndOthersWhatABoxWaitsOn) {
   const auto count = [&] { return AskSqlite(path, "SELECT count(*) FROM OstrelPr"); };
   db.ShareCommits();
   AddNumbered(2);
-  EXPECT_EQ(Walk(lookup.OpenRecordset("SELECT Count(EMPL_NUMB) as X from [OstrelPr]")), "2");
+  std::filesystem::create_hard_link(path, folder.Path("other name"));
+  for (const Database& each : {lookup, OpenDatabase(folder.Path("other name"))}) {
+    EXPECT_EQ(Walk(each.OpenRecordset("SELECT Count(EMPL_NUMB) as X from [OstrelPr]")), "2");
+  }
   EXPECT_EQ(count(), "0") << "still gathered";
   ScriptedDesktop desktop;
   desktop.WillAnswer(BoxAnswer::Ok, [&] { EXPECT_EQ(count(), "2"); });
@@ -286,8 +289,9 @@ TEST_F(StoreTest, DayAndTotalsOfAnEmployeeStayTrueThroughEveryChange) {
 
 TEST_F(StoreTest, CreatesNoStoreOverAnything) {
   folder.Write("Prin2.mdb", "");
+  std::filesystem::create_symlink("unmounted/x", folder.Path("Prin4.mdb"));
   const std::pair<const char*, int> cases[] = {
-      {"PRIN1234.mdb", 58}, {"Prin2.mdb", 58}, {"no/Prin3.mdb", 76}};
+      {"PRIN1234.mdb", 58}, {"PRIN4.mdb", 58}, {"Prin2.mdb", 58}, {"no/Prin3.mdb", 76}};
   for (const auto& [name, failure] : cases) {
     EXPECT_EQ(NumberOf([&, n = name] { CreateDatabase(folder.Path(n), ""); }), failure) << name;
   }

@@ -19,6 +19,7 @@
 #include "platform/values/value.h"
 #include "support/failure_number.h"
 #include "support/full_disk.h"
+#include "support/odd_files.h"
 #include "support/temp_folder.h"
 #include "support/zip_builder.h"
 
@@ -70,6 +71,27 @@ TEST(Files, MatchNamesWithoutRegardToCase) {
   for (int i = 0; i < 60; ++i) stars += "a*";
   EXPECT_EQ(Listed(folder.Path(stars)), std::string(250, 'a'));
   EXPECT_EQ(Listed(folder.Path(stars + "b")), "") << "and at once";
+}
+
+TEST(Files, AreOpenedWhenTheyArePlainFilesAndNeverWaitedFor) {
+  const TempFolder folder;
+  const std::string path = folder.Path("Halvane.ini");
+  for (const std::string kind : kOddFiles) {
+    SCOPED_TRACE(kind);
+    PutOddFile(kind, path);
+    const fs::file_type before = fs::symlink_status(path).type();
+    EXPECT_FALSE(Exist(path));
+    EXPECT_TRUE(IsTaken(folder.Path("HALVANE.ini")));
+    EXPECT_EQ(NumberOf([&] { ReadIniValue(path, "S", "K"); }), 75);
+    EXPECT_FALSE(WriteIniValue(path, "S", "K", "v"));
+    EXPECT_EQ(NumberOf([&] { AppendFile().Open(path); }), kind == "unmounted/x" ? 76 : 75);
+    EXPECT_EQ(fs::symlink_status(path).type(), before);
+  }
+  EXPECT_FALSE(IsTaken(folder.Path("none")));
+  fs::remove(path);
+  WriteIniValue(path, "S", "K", "v");
+  fs::resize_file(path, 1U << 30);
+  EXPECT_EQ(NumberOf([&] { ReadIniValue(path, "S", "K"); }), 75) << "larger than any settings";
 }
 
 TEST(Files, TellWhenAFileWasChangedInLocalTime) {
@@ -196,8 +218,10 @@ TEST(ReplacementFile, TakesThePlaceOfTheOldOneAtClose) {
 TEST(AppendFile, OnlyGrows) {
   const TempFolder folder;
   const std::string path = folder.Write("Errors.Log", "Pe\361a ");
+  fs::permissions(path, fs::perms(0644));
   AppendFile log;
   log.Open(path);
+  EXPECT_EQ(static_cast<int>(fs::status(path).permissions()), 0600);
   log.Write("again\u00F1\r\n");
   {
     const FullDisk full(16);
@@ -258,6 +282,19 @@ TEST_F(ZipExtractionTest, NewFilesTakeThePlacesOfOldOnesInAnyCase) {
             "");
   EXPECT_EQ(app_.Contents(),
             "Hvcl1234.FPT=|Hvcl1234.cdx=old|Hvcl1234.dbf=new Hvcl|Prms1234.dbf=new Prms|");
+}
+
+TEST_F(ZipExtractionTest, AZipInAZipIsAFileLikeAnyOther) {
+  const std::string inner = ZipBuilder().Add({"Prms1234.cdx", "its own"}).Bytes();
+  const auto with = [&](const std::string& name, const std::string& content) {
+    return FaultOf(ZipBuilder().Add(kHvcl).Add({name, content}).Add(kPrms).Bytes());
+  };
+  EXPECT_EQ(with("backup.zip", inner), "");
+  EXPECT_EQ(with("HVCL1234.BAK", inner + inner), "");
+  // Of a file that the directory does not have nobody knows where it ends.
+  std::string lost = ZipBuilder().Add({"other.zip", inner}).Add(kHvcl).Bytes();
+  lost[lost.rfind("other.zip")] = 'O';
+  EXPECT_THAT(FaultOf(lost), testing::StartsWith("Its directory is damaged: Prms1234.cdx"));
 }
 
 TEST_F(ZipExtractionTest, AZipThatIsNotSoundChangesNothing) {

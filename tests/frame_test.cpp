@@ -7,8 +7,11 @@
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "platform/files/files.h"
+#include "platform/values/text.h"
 #include "program/first_run.h"
 #include "scan_main/scan_main.h"
+#include "support/agreeing_desktop.h"
+#include "support/odd_files.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -49,6 +52,82 @@ TEST(StartUp, EndsBeforeTheStoreIsTouchedWhereATableIsMissing) {
                            [&] { EXPECT_THROW(payroll.Start(), ProgramEnded); });
     EXPECT_FALSE(fs::exists(payroll.App("Prin1234.mdb")));
   }
+}
+
+TEST(StartUp, LeavesWhatStandsUnderTheNameOfTheStoreAndIsNone) {
+  const std::pair<const char*, const char*> places[] = {{"Prin1234.mdb", "3024"},
+                                                        {"Prin1234.mdb-journal", "75"}};
+  for (const auto& [name, number] : places) {
+    for (const std::string kind : kOddFiles) {
+      SCOPED_TRACE(name + (" " + kind));
+      Payroll payroll;
+      payroll.Start();
+      payroll.Save("130");
+      payroll.Stop();
+      PutOddFile(kind, payroll.App(name));
+      const fs::file_type before = fs::symlink_status(payroll.App(name)).type();
+      const std::string report = payroll.App(name) + "*(Err#" + number + ") in Line# 13070*-> ";
+      payroll.Desktop.Expect("[!]*" + report + "Abort",
+                             [&] { EXPECT_THROW(payroll.Start(), ProgramEnded); });
+      EXPECT_EQ(fs::symlink_status(payroll.App(name)).type(), before);
+    }
+  }
+}
+
+TEST(StartUp, PutsInOrderWhatItFindsInTheFolder) {
+  Payroll payroll;
+  payroll.Start();
+  payroll.Save("130");
+  payroll.Stop();
+  fs::copy(payroll.App("Prms1234.dbf"), payroll.App("Glod9999.old"));
+  const std::string cleared = payroll.Folder.Read("app/Glod9999.old");
+  std::string paid = cleared;
+  paid.replace(paid.find("0.00"), 4, "7.65");
+  for (const char* folder : {"app/Printed", "app/.ostrel-new", "app/.ostrel-old",
+                             "app/.ostrel-ready", "app/.ostrel-ready/Prms1234.x"}) {
+    fs::create_directory(payroll.Folder.Path(folder));
+  }
+  const char* const hidden[] = {
+      "app/Prin1234.mdb", "app/Prin1234.mdb-journal", "app/Errors.Log",  "app/Printed/Old.pdf",
+      "app/PRMS9999.DBF", "app/Prms1234.bak",         "app/Glen1234.fpt"};
+  for (const char* name : hidden) {
+    if (name != hidden[0])
+      payroll.Folder.Write(name, SameText(name, "app/Glen1234.fpt") ? "" : paid);
+    fs::permissions(payroll.Folder.Path(name), fs::perms(0644));
+  }
+  payroll.Folder.Write("app/Prin1234.mdb-journal", "");
+  payroll.Folder.Write("app/.ostrel-ready/Glen1234.cdx", "finished");
+  for (const char* alien : {"Prin1234.mdb", "Ostrel", "Prms1234.*"}) {
+    payroll.Folder.Write(std::string("app/.ostrel-ready/") + alien, "alien");
+  }
+  const char* const left[] = {"app/~0123456789abcdef.tmp", "config/~123456789.tmp",
+                              "disk/~fedcba9876543210.tmp", "app/.ostrel-new/Prms1234.dbf"};
+  for (const char* name : left) payroll.Folder.Write(name, paid);
+  for (const char* foreign : {"config/~x.tmp", "config/~.tmp"}) payroll.Folder.Write(foreign, "");
+
+  payroll.Desktop.Expect("", [&] { payroll.Start(); });
+  EXPECT_EQ(payroll.Lines(), "130 I 10:42 am");
+  for (const char* name : hidden) {
+    EXPECT_EQ(static_cast<int>(fs::status(payroll.Folder.Path(name)).permissions()), 0600) << name;
+  }
+  for (const char* name : {"app/PRMS9999.DBF", "app/Prms1234.bak"}) {
+    EXPECT_EQ(payroll.Folder.Read(name), cleared) << name;
+  }
+  EXPECT_EQ(payroll.Folder.Read("app/Glen1234.cdx"), "finished");
+  for (const char* name : left) EXPECT_FALSE(fs::exists(payroll.Folder.Path(name))) << name;
+  for (const char* name : {".ostrel-new", ".ostrel-old", ".ostrel-ready", "Ostrel"}) {
+    EXPECT_FALSE(fs::exists(payroll.App(name))) << name;
+  }
+  EXPECT_TRUE(fs::exists(payroll.Folder.Path("config/~x.tmp")));
+
+  payroll.Stop();  // tables without pay stay the files that they are
+  const std::string witness = payroll.Folder.Path("config/table");
+  fs::create_hard_link(payroll.App("Prms1234.bak"), witness);
+  payroll.Folder.Write("app/Prms1234.dbf", payroll.Folder.Read("app/Prms1234.dbf"));
+  payroll.Folder.Write("app/Gleq1234.bak", paid.substr(0, 400));
+  payroll.Desktop.Expect("[!]*Gleq1234.bak*stays in it. (Err#3274) in Line# 12950*-> Ignore",
+                         [&] { payroll.Start(); });
+  EXPECT_TRUE(fs::equivalent(witness, payroll.App("Prms1234.bak")));
 }
 
 TEST(StartUp, RefusesOnceAClientThatNoTableCanBeNamedBy) {
@@ -128,6 +207,35 @@ TEST(Settings, AreReadAsTheOfficesFileHasThem) {
     EXPECT_EQ(CurTimeCtl1.Visible.Get(), mnuAutosetTime.Checked.Get());
     EXPECT_EQ(lblClockOff.Visible.Get(), !mnuAutosetTime.Checked);
     EXPECT_EQ(mnuDefaultClockIn.Caption.Get(), "Default Clock In=" + DefaultClockIn);
+  }
+}
+
+TEST(Settings, ThatCannotBeReadAreReportedOnceAndLeftAlone) {
+  for (const std::string kind : kOddFiles) {
+    SCOPED_TRACE(kind);
+    Payroll payroll;
+    const std::string ini = payroll.Folder.Path("config/Halvane.ini"), good = payroll.Ini();
+    PutOddFile(kind, ini);
+    const std::string report = "[!]*" + ini + "*(Err#75) in Line# 1004 in routine 'Form_Load'*-> ";
+    payroll.Desktop.Expect(report + "Retry\n" + report + "Ignore", [&] { payroll.Start(); });
+    EXPECT_EQ(lblClient.Caption.Get() + " " + DefaultClockIn, "1234, Sample Ranch 8:00 am");
+    EXPECT_TRUE(ContainsText(payroll.Folder.Read("app/Errors.Log"), "*Opr Retried Error"));
+    fs::remove_all(ini);
+    WriteWholeFile(ini, good);
+    payroll.Stop();
+    EXPECT_EQ(payroll.Ini(), good) << "settings that were never read are not written";
+
+    PutOddFile(kind, ini);
+    AgreeingDesktop desktop(payroll.Desktop, BoxAnswer::Retry);
+    desktop.OnReport = [&](const std::string&) {
+      fs::remove_all(ini);
+      WriteWholeFile(ini, good);
+      return BoxAnswer::Retry;
+    };
+    payroll.Start();
+    EXPECT_EQ(desktop.Reports.size(), 1U);
+    EXPECT_EQ(RemoteDrive, payroll.Disk());
+    EXPECT_TRUE(mnuUseTimeClock.Checked);
   }
 }
 

@@ -11,6 +11,7 @@
 #include "platform/values/text.h"
 #include "scan_main/scan_main.h"
 #include "store/lookups.h"
+#include "support/dbf_builder.h"
 #include "support/payroll.h"
 #include "support/zip_builder.h"
 
@@ -150,6 +151,41 @@ TEST(LoadDescriptions, WithoutASoundZipTheMenuChangesNothing) {
     EXPECT_EQ(payroll.Folder.Contents(), before);
     fs::remove(zip);
   }
+}
+
+/// An employee table whose pay is a text, a number and a narrow number; it has no more fields of pay.
+std::string OddPayTable(const char* gross, const char* fit, const char* net) {
+  DbfBuilder table;
+  table.Field("EMPL_NUMB", 'N', 6).Field("SORT_NAME", 'C', 8).Field("CREW", 'N', 1);
+  table.Field("YTD_GROSS", 'C', 9).Field("ytd_fit", 'N', 7, 2).Field("YTD_NET", 'N', 2, 2);
+  return table.Row({"130", "Durand", "1", gross, fit, net}).Bytes();
+}
+
+TEST(LoadDescriptions, NoFileOfTheZipKeepsThePayOfTheYear) {
+  Payroll payroll;
+  payroll.Start();
+  const std::string paid = OddPayTable("45,000.75", "1234.50", "99");
+  const std::string unpaid = OddPayTable("0", "0.00", "0");
+  payroll.Folder.Write("disk/Clnt1234.zip", ZipBuilder()
+                                                .Add({"Prms1234.dbf", paid})
+                                                .Add({"PRMS1234.bak", paid})
+                                                .Add({"Gleq1234.dbf", paid})
+                                                .Add({"Prms1234.cdx", "YTD_GROSS"})
+                                                .Bytes());
+  const std::string missing = "[!]*Too few parameters*(Err#3061) in Line# 12900*-> Ignore";
+  payroll.Choose(mnuUpdateDescs, std::string(kUpdated) + "\n" + missing);
+  for (const char* name : {"Prms1234.dbf", "PRMS1234.bak", "Gleq1234.dbf"}) {
+    EXPECT_EQ(payroll.Folder.Read(std::string("app/") + name), unpaid) << name;
+    EXPECT_EQ(static_cast<int>(fs::status(payroll.App(name)).permissions()), 0600);
+  }
+  EXPECT_EQ(payroll.Folder.Read("app/Prms1234.cdx"), "YTD_GROSS");
+
+  std::string damaged = paid;
+  damaged[10] = '\7';  // the length of a record
+  payroll.Folder.Write("disk/Clnt1234.zip", ZipBuilder().Add({"Prms1234.bak", damaged}).Bytes());
+  payroll.Desktop.Expect("[x]*The pay of the year stays in it. | Ok -> Ok",
+                         [&] { EXPECT_THROW(mnuUpdateDescs_Click(), ProgramEnded); });
+  EXPECT_EQ(payroll.Folder.Read("app/PRMS1234.bak"), unpaid);
 }
 
 TEST(LoadDescriptions, TheMenuBringsNewEmployeesIntoTheRun) {

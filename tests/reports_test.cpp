@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -181,6 +182,8 @@ TEST(NumberedFile, NeverTakesTheNameOfAnOldOne) {
     file.File.Write(name);
   }
   EXPECT_EQ(folder.Read("Printed/All.pdf"), "All.pdf");
+  EXPECT_EQ(static_cast<int>(std::filesystem::status(printed).permissions()), 0700);
+  EXPECT_EQ(static_cast<int>(std::filesystem::status(printed + "/All.pdf").permissions()), 0600);
   EXPECT_THROW(CreateNumberedFile(folder.Path("Printed/All.pdf"), "in a file", ".pdf"), Failure);
 }
 

@@ -250,7 +250,7 @@ TEST_F(TableFolderTest, AnUpdateChangesOnlyItsFields) {
   Open().Execute("Update Prms1234 set YTD_GROSS=0, YTD_NET=0");
   const std::pair<const char*, int> refusals[] = {
       {"Update Prms1234 set YTD_GROSS=1, YTD_FIT=0", 3061},
-      {"Update Prms1234 set SORT_NAME=0", 3421},
+      {"Update Prms1234 set SORT_NAME=1", 3421},
       {"Update Prms1234 set CREW=100", 6},
       {"Create Index dTime on [Prms1234] (CREW DESC)", 3251}};
   for (const auto& [sql, number] : refusals) {
@@ -266,6 +266,23 @@ TEST_F(TableFolderTest, AnUpdateChangesOnlyItsFields) {
   Files.Write("Glen1234.dbf", binary.Bytes());
   Open().Execute("Update Glen1234 set a=-3, b=-1.25, c=0.5, d=0");
   EXPECT_EQ(Parsed(Files.Read("Glen1234.dbf")), "-3,-1.25,0.5,0");
+}
+
+TEST_F(TableFolderTest, AZeroFindsItsPlaceInFieldsOfEveryType) {
+  DbfBuilder table;
+  table.Version = 0x30;
+  table.Field("A", 'C', 5).Field("B", 'N', 2, 2).Field("C", 'D', 8).Field("D", 'L', 1);
+  table.Field("E", 'M', 10).Field("F", 'M', 4).Field("G", 'T', 8).Field("H", 'F', 5, 1);
+  const std::vector<std::string> row{"99.50",      "99",       "20040614",         "T",
+                                     "0000000012", "\1\2\3\4", "\1\2\3\4\5\6\7\7", "99.50"};
+  const std::string good = table.Row(row).Row(row, '*').Bytes();
+  // Behind the mark of the end what is left of a larger table, cut off in its last field.
+  const std::string left = table.Row(row).Bytes().substr(good.size(), 41);
+  Files.Write("Glen1234.dbf", good + left);
+  Open().Execute("Update Glen1234 set a=0, b=0, c=0, d=0, e=0, f=0, g=0, h=0");
+  const std::string zero = "0     0" + std::string(19, ' ') + std::string(12, '\0');
+  EXPECT_EQ(Files.Read("Glen1234.dbf").substr(table.HeaderLength()),
+            " " + zero + "  0.0*" + zero + "  0.0\x1A" + zero + "  0");
 }
 
 }  // namespace

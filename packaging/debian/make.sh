@@ -6,7 +6,6 @@ readonly deb=$packages/ostrel-payroll_$(version)_$(dpkg --print-architecture).de
 
 # Everything that is the distribution's custom for a program: how it is compiled and linked.
 configure_package() {
-    # The exit code counts, the list of options is the distribution's own.
     cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
         -DCMAKE_SKIP_INSTALL_ALL_DEPENDENCY=ON \
         -DCMAKE_CXX_FLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)" \
@@ -39,5 +38,6 @@ make_package() {
         tail -n 30 "$build.log" >&2
         return 1
     fi
+    rm -rf "$packages/_CPack_Packages"
     check_package
 }

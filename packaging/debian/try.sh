@@ -3,7 +3,7 @@
 # foreman do with the package, from the installation to the removal.
 
 readonly clean=$root/build/clean-root
-readonly clean_packages=(xvfb xdotool sqlite3 poppler-utils imagemagick fonts-liberation)
+readonly clean_packages=(xvfb xauth xdotool sqlite3 poppler-utils imagemagick fonts-liberation)
 
 # The bare system is kept packed, so that a second try need not fetch it again.
 unpack_clean_root() {

@@ -1,18 +1,17 @@
 #include "exchange/load_descriptions.h"
 
-#include <variant>
 #include <vector>
 
 #include "exchange/exchange_disk.h"
+#include "exchange/year_pay.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
 #include "frame/ini_keys.h"
 #include "platform/database/dbf_header.h"
-#include "platform/database/dbf_write.h"
-#include "platform/database/sql_dialect.h"
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/removable_disk.h"
+#include "platform/files/staged_files.h"
 #include "platform/files/zip_extraction.h"
 #include "platform/values/numbers.h"
 #include "platform/values/text.h"
@@ -117,28 +116,12 @@ bool FindZip() {
   }
 }
 
-std::string StatementThatClearsPay() {
-  return "Update Prms" + ClientNumb +
-         " set YTD_GROSS=0, YTD_FIT=0, YTD_SIT=0, YTD_FICA=0, YTD_MEDICR=0, YTD_SDI=0, YTD_NET=0";
-}
-
-/// The year-to-date pay goes before the table is on the laptop, so that it is not there either if the
-/// power goes before the update is through. A table that it cannot be taken out of shows when the
-/// statement runs.
-void TakeOutPay(const std::string& name, std::string& table) {
-  try {
-    const auto clearing = std::get<TableUpdate>(ReadAction(StatementThatClearsPay()));
-    table = WithNumbers(table, name, clearing.Assignments);
-  } catch (const Failure&) {
-    return;
-  }
-}
-
-/// The zip may be as broken as a disk makes it, so that a table is looked at before the old one goes.
+/// The zip may be as broken as a disk makes it, so that a table is looked at before the old one goes. The
+/// pay of the year goes before the table is on the laptop, so that it is not there either if the power
+/// goes before the update is through.
 void PrepareTable(const std::string& name, std::string& content) {
-  if (!SameText(name.substr(name.find('.')), DbaseExt)) return;
-  CheckDbfHeader(content, name);
-  if (SameText(name, "Prms" + ClientNumb + DbaseExt)) TakeOutPay(name, content);
+  if (SameText(name.substr(name.find('.')), DbaseExt)) CheckDbfHeader(content, name);
+  TakeOutYearPay(name, content);
 }
 
 ZipExtraction WantedTables() {
@@ -161,6 +144,7 @@ void LoadDescFiles() {
     return;
   }
 
+  statement(12850, [] { ResumeInstall(DataPath, OfficeFilePatterns()); });
   std::string fault = "The tables have not been unpacked.";
   statement(12860, [&] { fault = ExtractZip(WantedTables()); });
   if (!fault.empty()) EndSaying(12870, fault, BoxIcon::Stop);

@@ -1,6 +1,7 @@
 #include "frame/app_state.h"
 
 #include "platform/files/files.h"
+#include "platform/files/user_folders.h"
 
 namespace ostrel {
 
@@ -15,6 +16,10 @@ Recordset &ClientRs = *new Recordset, &PrmsRs = *new Recordset, &GlenRs = *new R
 bool JobStepAborted = false;
 
 std::string StorePath() { return DataPath + kPathSeparator + "Prin" + ClientNumb + ".mdb"; }
+
+std::string LogPath() { return ApplicationFolder() + kPathSeparator + "Errors.Log"; }
+
+std::string PrintedFolder() { return DataPath + kPathSeparator + "Printed"; }
 
 void ResetAppState() {
   for (std::string* text :

@@ -48,6 +48,12 @@ extern bool JobStepAborted;
 /// Path of the client's store.
 std::string StorePath();
 
+/// Path of the log, which lies in the application folder from the first statement on.
+std::string LogPath();
+
+/// Folder of what is filed instead of printed.
+std::string PrintedFolder();
+
 /// Everything back to the state before start-up.
 void ResetAppState();
 

@@ -10,7 +10,6 @@
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/text_output.h"
-#include "platform/files/user_folders.h"
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/text.h"
@@ -95,7 +94,7 @@ class LogRecord {
  public:
   LogRecord() {
     try {
-      file_.Open(ApplicationFolder() + kPathSeparator + "Errors.Log");
+      file_.Open(LogPath());
     } catch (const Failure&) {
       lost_ = true;
     }

@@ -10,9 +10,20 @@ namespace {
 
 std::string IniPath() { return ConfigurationFolder() + kPathSeparator + "Halvane.ini"; }
 
+bool Unreadable = false;
+
 }  // namespace
 
+void RequireIni() {
+  Unreadable = true;
+  (void)ReadIniValue(IniPath(), kIniSection, kExchangeFolderKey);
+  Unreadable = false;
+}
+
+bool IniIsReadable() { return !Unreadable; }
+
 std::string IniRead(const std::string& Section, const std::string& Key) {
+  if (Unreadable) return {};
   return ReadIniValue(IniPath(), Section, Key);
 }
 
@@ -24,7 +35,7 @@ std::string ReadExchangeFolder() {
 }
 
 void IniWrite(const std::string& Section, const std::string& Key, const std::string& Text) {
-  (void)WriteIniValue(IniPath(), Section, Key, Text);
+  if (!Unreadable) (void)WriteIniValue(IniPath(), Section, Key, Text);
 }
 
 }  // namespace ostrel

@@ -7,6 +7,7 @@
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
 #include "platform/files/user_folders.h"
+#include "platform/values/failure.h"
 
 namespace ostrel {
 
@@ -79,7 +80,11 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
 std::string UseFolder(const CommandLine& command) {
   if (command.Documents) {
     const std::string folder = DocumentsFolder() + kPathSeparator + "Ostrel Payroll";
-    if (!MakePrivateFolder(folder)) return folder + " cannot be made.";
+    try {
+      MakeHiddenFolder(folder);
+    } catch (const Failure& refused) {
+      return refused.Text;
+    }
     SetApplicationFolder(folder);
   } else if (!command.Folder.empty()) {
     const std::string folder = Settled(command.Folder);

@@ -19,6 +19,7 @@
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
 #include "program/first_run.h"
+#include "program/found_files.h"
 #include "program/settings.h"
 #include "scan_main/scan_main.h"
 #include "store/lookups.h"
@@ -54,7 +55,7 @@ std::string FirstClientFile(const std::vector<std::string>& names) {
 
 void OpenStore(const FailureTail& statement) {
   bool there = false;
-  statement(13040, [&] { there = Exist(StorePath()); });
+  statement(13040, [&] { there = IsTaken(StorePath()); });
   if (!there) {
     statement(13050, [] { CreatePrinMdb(); });
     statement(13060, [] { DoEvents(); });
@@ -112,13 +113,15 @@ void PlaceForm() {
 
 void Form_Load() {
   constexpr FailureTail statement{ScannerModule, "Form_Load"};
+  statement(1004, [] { RequireIni(); });
   statement(1010, [] { RemoteDrive = ReadExchangeFolder(); });
   std::string users;
   statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
   if (!users.empty()) statement(1016, [&] { UserCount = ToLong(NumericPrefix(users)); });
   statement(1020, [] { DataPath = ApplicationFolder(); });
-  // No exchange folder in the settings: this laptop has never seen the office's disk.
-  if (RemoteDrive.empty()) {
+  // No exchange folder in the settings: this laptop has never seen the office's disk. One whose
+  // settings cannot be read has been set up long since.
+  if (RemoteDrive.empty() && IniIsReadable()) {
     statement(1030, [] { ExitWShowManual(); });
     statement(1040, [] { LoadDescFiles(); });
   }
@@ -160,7 +163,7 @@ void OpenAll() {
   }
   // A power cut may have left a new set of tables half in place; they are all of one disk again
   // before the first is opened.
-  statement(13011, [] { ResumeInstall(DataPath); });
+  statement(13011, [] { ResumeInstall(DataPath, OfficeFilePatterns()); });
   std::string clientFile;
   statement(13012, [&] {
     clientFile = FirstClientFile(ListFiles(DataPath + kPathSeparator + "Hvcl*.dbf"));
@@ -174,6 +177,7 @@ void OpenAll() {
     statement(13016, [] { LoadDescFiles(); });
   }
 
+  TidyFoundFiles();
   for (const char* word : kOfficeTables) {
     bool there = true;
     statement(13020, [&] { there = Exist(OfficeTablePath(word)); });

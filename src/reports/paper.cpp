@@ -27,7 +27,7 @@ std::string DayForName() {
 }  // namespace
 
 PrintJobRequest ViewOnPaper(const std::string& contents) {
-  return {.Name = DayForName() + " " + contents, .Folder = DataPath + kPathSeparator + "Printed"};
+  return {.Name = DayForName() + " " + contents, .Folder = PrintedFolder()};
 }
 
 std::string WhereToFind(const std::vector<std::string>& files) {

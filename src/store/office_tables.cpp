@@ -18,6 +18,12 @@ std::string OfficeTablePath(const char* word) {
   return DataPath + kPathSeparator + word + ClientNumb + DbaseExt;
 }
 
+std::vector<std::string> OfficeFilePatterns() {
+  std::vector<std::string> patterns;
+  for (const char* word : kOfficeTables) patterns.push_back(word + std::string("????.*"));
+  return patterns;
+}
+
 bool IsClientNumber(const std::string& client) {
   return std::all_of(client.begin(), client.end(), [](char c) {
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';

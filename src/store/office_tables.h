@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 namespace ostrel {
 
@@ -14,6 +15,9 @@ inline constexpr std::array<const char*, 5> kOfficeTables = {"Hvcl", "Prms", "Gl
 
 /// Full path of one of the client's tables in the application folder.
 std::string OfficeTablePath(const char* word);
+
+/// Patterns, as ListFiles has them, of all files that come with the tables of any client: "Hvcl????.*".
+std::vector<std::string> OfficeFilePatterns();
 
 /// Whether there are letters and digits alone in a client's number: queries name the tables by it.
 bool IsClientNumber(const std::string& client);

@@ -39,7 +39,7 @@ void DeleteIndexIfThere(const char* index) {
 
 /// A try whose last step failed has put the store in its place already.
 Database MadeStore() {
-  return Exist(StorePath()) ? OpenDatabase(StorePath()) : CreateDatabase(StorePath(), kSortOrder);
+  return IsTaken(StorePath()) ? OpenDatabase(StorePath()) : CreateDatabase(StorePath(), kSortOrder);
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ void ReindexPrinMdb() {
   constexpr FailureTail statement{PrinModule, "ReindexPrinMdb"};
   if (!PrinDbOpen) {
     bool there = false;
-    statement(13610, [&] { there = Exist(StorePath()); });
+    statement(13610, [&] { there = IsTaken(StorePath()); });
     if (!there) {
       statement(13620, [] { CreatePrinMdb(); });
       statement(13630, [] { DoEvents(); });

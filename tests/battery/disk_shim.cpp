@@ -158,6 +158,11 @@ int mkdir(const char* path, mode_t mode) noexcept {
   static auto* const next = ostrel::Next(mkdir, "mkdir");
   return ostrel::Ask({DiskOp::NewFolder, path}, [&](const DiskCall&) { return next(path, mode); });
 }
+ssize_t read(int handle, void* to, std::size_t count) {
+  static auto* const next = ostrel::Next(read, "read");
+  ostrel::Ask({DiskOp::Read, ostrel::PathOf(handle)}, [](const DiskCall&) { return 0; });
+  return next(handle, to, count);
+}
 std::size_t fread(void* to, std::size_t size, std::size_t count, FILE* file) {
   static auto* const next = ostrel::Next(fread, "fread");
   if (ostrel::watcher != nullptr) {  // only watched, for what may happen to the disk meanwhile

@@ -23,7 +23,9 @@ inline const char* const kTableFiles[] = {"Hvcl1234.dbf", "Prms1234.dbf", "Glen1
                                           "Glod1234.dbf", "Gleq1234.dbf"};
 /// The table with its last row once more.
 std::string OneRowMore(std::string table);
-/// The laptop's tables as the office sends them, each with one row more.
+/// The table with pay of the year where it has none.
+std::string WithYearPay(std::string table);
+/// The laptop's tables as the office sends them, each with one row more and with pay.
 ZipBuilder NextWeeksZip(const Payroll& laptop);
 
 class WorkingDay {

@@ -33,7 +33,7 @@ std::string EmployeeTable() {
                                       {"130", "DURAND ANNE", "2"},
                                       {"150", "", "0"}};
   for (const auto& [number, name, crew] : employees) {
-    table.Row({number, name, crew, "100.00", "1.00", "2.00", "3.00", "4.00", "5.00", "6.00"});
+    table.Row({number, name, crew, "0.00", "0.00", "0.00", "0.00", "0.00", "0.00", "0.00"});
   }
   return table.Bytes();
 }

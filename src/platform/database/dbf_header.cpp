@@ -19,6 +19,8 @@ constexpr char kEndOfFields = 0x0D;
 constexpr char kEndOfFile = 0x1A;
 constexpr std::uint8_t kNullable = 0x02;  // among the flags of a Visual FoxPro field
 
+constexpr std::uint64_t kLargestTable = 1 << 30;  // ten times the largest office and more
+
 constexpr std::size_t kBacklink = 263;  // bytes behind the fields of a table in a FoxPro database
 
 constexpr std::string_view kVersions = "\x03\x30\x31\x32\x43\x63\x7B\x83\x8B\x8E\xCB\xE5\xF5\xFB";
@@ -246,12 +248,29 @@ DbfHeader CheckDbfHeader(std::string_view bytes, const std::string& path) {
   return header;
 }
 
+bool NamesField(std::string_view head, std::string_view name) {
+  constexpr struct {
+    std::size_t Fixed, Descriptor, NameBytes;
+  } kLayouts[] = {{kFixedPart, kDescriptor, kNameBytes}, {68, 48, 32}};  // and of dBase 7
+  const bool isTable =
+      !head.empty() && (std::string(kVersions) + "\x04\x8C").find(head[0]) != std::string::npos;
+  for (const auto& layout : kLayouts) {
+    for (std::size_t at = layout.Fixed; isTable && at + layout.Descriptor <= head.size();
+         at += layout.Descriptor) {
+      if (head[at] == kEndOfFields) break;
+      const std::string_view found = head.substr(at, layout.NameBytes);
+      if (SameText(Trim(found.substr(0, found.find('\0'))), name)) return true;
+    }
+  }
+  return false;
+}
+
 std::string ReadTableFile(const std::string& path) {
   if (!Exist(path)) {
     throw Failure(failure_number::kNoSuchTable, "Could not find the table " + path + ".");
   }
   try {
-    return OsFile::OpenToRead(ExistingPath(path)).ReadAll();
+    return OsFile::OpenToRead(ExistingPath(path)).ReadAll(kLargestTable);
   } catch (const Failure& reason) {
     throw Failure(failure_number::kExternalDriver,
                   "The table " + path + " could not be read. " + reason.Text);

@@ -47,6 +47,12 @@ struct DbfHeader {
 ///           that is not read (dBase II, dBase 7, encrypted), or damaged
 DbfHeader CheckDbfHeader(std::string_view file, const std::string& path);
 
+/// Whether the head of a file is a dBase table's and has a field of that name, the rest being as
+/// damaged, or of a kind as foreign, as it may.
+///   head  the first kLongestHead bytes of a file, or all
+bool NamesField(std::string_view head, std::string_view name);
+inline constexpr std::size_t kLongestHead = 65'535;
+
 /// All bytes of a file.
 ///   throws  Failure 3078 when there is no such file, 3275 when it cannot be read
 std::string ReadTableFile(const std::string& path);

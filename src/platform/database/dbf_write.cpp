@@ -66,14 +66,44 @@ std::string TypedBytes(const DbfField& field, double number) {
   }
 }
 
+/// What comes next to 0 in a field that is too narrow for one with its decimals, or holds no numbers.
+std::string ZeroBytes(const DbfField& field) {
+  const bool inText = field.Length == 10;  // the place of a memo, which is four bytes elsewhere
+  std::string bytes(field.Length, '\0');
+  switch (field.Type) {
+    case 'N':
+    case 'F':
+      bytes.assign(field.Length, ' ');
+      if (!bytes.empty()) bytes.back() = '0';
+      return bytes;
+    case 'C':
+      bytes.assign(field.Length, ' ');
+      if (!bytes.empty()) bytes.front() = '0';
+      return bytes;
+    case 'D':
+    case 'L':
+      return std::string(field.Length, ' ');
+    case 'B':
+    case 'M':
+    case 'G':
+    case 'P':
+      return inText ? std::string(field.Length, ' ') : bytes;
+    default:
+      return bytes;
+  }
+}
+
 /// The number as the field's type writes it; as many bytes as the field has.
 std::string FieldBytes(const DbfField& field, double number) {
-  std::string bytes = TypedBytes(field, number);
-  if (!DbfNumericField(field.Type, bytes)) {
-    throw Failure(failure_number::kFieldConversion,
-                  "Data type conversion error: the field " + field.Name + " holds no numbers.");
+  try {
+    std::string bytes = TypedBytes(field, number);
+    if (DbfNumericField(field.Type, bytes)) return bytes;
+  } catch (const Failure&) {
+    if (number != 0) throw;
   }
-  return bytes;
+  if (number == 0) return ZeroBytes(field);
+  throw Failure(failure_number::kFieldConversion,
+                "Data type conversion error: the field " + field.Name + " holds no numbers.");
 }
 
 const DbfField& FieldNamed(const DbfHeader& header, const std::string& name,
@@ -88,12 +118,14 @@ const DbfField& FieldNamed(const DbfHeader& header, const std::string& name,
   return *found;
 }
 
-/// Into every record that holds the field whole; the last one may be cut short.
+/// Into every record; the last one may be cut short. Behind them may lie what a table that was larger
+/// has left, so it goes on to the end of the file.
 void PutInEveryRecord(const DbfHeader& header, const DbfField& field, const std::string& bytes,
                       std::string& file) {
-  std::size_t at = header.HeaderLength + field.Offset;
-  for (std::size_t record = 0; record < header.RecordCount; ++record, at += header.RecordLength) {
-    if (at + bytes.size() <= file.size()) file.replace(at, bytes.size(), bytes);
+  for (std::size_t at = header.HeaderLength + field.Offset; at < file.size();
+       at += header.RecordLength) {
+    const std::size_t room = std::min(bytes.size(), file.size() - at);
+    file.replace(at, room, bytes, 0, room);
   }
 }
 
@@ -109,9 +141,21 @@ std::string WithNumbers(std::string file, const std::string& name,
   return file;
 }
 
+std::string WithZeros(std::string file, const std::string& name,
+                      const std::vector<std::string>& fields) {
+  const DbfHeader header = CheckDbfHeader(file, name);
+  for (const DbfField& field : header.Fields) {
+    const bool named = std::any_of(fields.begin(), fields.end(), [&](const std::string& each) {
+      return SameText(each, field.Name);
+    });
+    if (named) PutInEveryRecord(header, field, FieldBytes(field, 0), file);
+  }
+  return file;
+}
+
 void WriteNumbers(const std::string& path, const std::vector<Assignment>& assignments) {
   const std::string file = WithNumbers(ReadTableFile(path), path, assignments);
-  ReplaceFile(ExistingPath(path), file);
+  ReplaceFile(ExistingPath(path), file, Readers::UserAlone);
 }
 
 }  // namespace ostrel

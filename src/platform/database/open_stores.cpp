@@ -33,7 +33,8 @@ std::shared_ptr<Store> Enter(std::string path, std::unique_ptr<SqliteConnection>
 std::shared_ptr<Store> FindOpen(const std::string& path) {
   for (const std::weak_ptr<Store>& each : OpenStores()) {
     auto store = each.lock();
-    if (store && store->Path() == path && !store->Connection().FileHasMoved()) return store;
+    if (store && IsSameFile(store->Path(), path) && !store->Connection().FileHasMoved())
+      return store;
   }
   return {};
 }
@@ -46,7 +47,9 @@ std::string NameOfExistingFile(const std::string& path) {
   if (!std::filesystem::exists(file, missing)) file = PathFromUtf8(ExistingPath(path));
   file = std::filesystem::canonical(file, missing);
   if (missing || !std::filesystem::is_regular_file(file, missing)) {
-    throw Failure(failure_number::kDatabaseNotFound, "Could not find the store: " + path);
+    throw Failure(failure_number::kDatabaseNotFound,
+                  IsTaken(path) ? "The store's name stands for no file that is there: " + path
+                                : "Could not find the store: " + path);
   }
   return Utf8FromPath(file);
 }

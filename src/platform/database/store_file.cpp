@@ -24,14 +24,17 @@ constexpr std::size_t kLayoutVersionPlace = 60;
 constexpr std::size_t kApplicationIdPlace = 68;
 constexpr std::string_view kSqliteMark{"SQLite format 3\0", 16};
 
-constexpr int kReadWritePermissions = 0666;
-
 std::uint32_t BigEndian(std::string_view header, std::size_t place) {
   std::uint32_t number = 0;
   for (std::size_t i = 0; i < 4; ++i) {
     number = number << 8U | static_cast<unsigned char>(header[place + i]);
   }
   return number;
+}
+
+// SQLite opens what lies beside a store under these names and waits for a pipe's other end.
+void RequirePlainFilesBeside(const std::string& path) {
+  for (const char* ending : {"-journal", "-wal"}) RequirePlainFile(path + ending);
 }
 
 [[noreturn]] void RefuseForeign(const std::string& path) {
@@ -125,11 +128,11 @@ void RequireRoomFor(const std::string& path) {
   if (!folder.empty() && !std::filesystem::is_directory(folder, unknown)) {
     throw FileFailure(failure_number::kPathNotFound, path);
   }
-  if (Exist(path)) throw FileFailure(failure_number::kFileExists, path);
+  if (IsTaken(path)) throw FileFailure(failure_number::kFileExists, path);
 }
 
 void CreateEmptyFile(const std::string& path) {
-  if (!OsFile::CreateNew(path, kReadWritePermissions)) {
+  if (!OsFile::CreateNew(path, Readers::UserAlone)) {
     throw FileFailure(failure_number::kFileExists, path);
   }
 }
@@ -150,6 +153,7 @@ void FillNewStore(const std::string& path) {
 }  // namespace
 
 std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path, StoreCheck check) {
+  RequirePlainFilesBeside(path);
   auto connection = std::make_unique<SqliteConnection>(path);
   RequireStoreHeader(*connection, path);
   RequireLineTable(*connection, path);
@@ -161,6 +165,7 @@ std::unique_ptr<SqliteConnection> OpenStoreFile(const std::string& path, StoreCh
 // Made under another name: whoever is cut off in the midst of it leaves no store that cannot be opened.
 std::unique_ptr<SqliteConnection> CreateStoreFile(const std::string& path) {
   RequireRoomFor(path);
+  RequirePlainFilesBeside(path);
   const std::string making = path + ".new";
   { const FileInTheMaking leftOver(making); }
   CreateEmptyFile(making);

@@ -4,6 +4,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+
+#include "platform/files/text_encoding.h"
 #elif defined(__unix__)
 #include <spawn.h>
 #include <sys/wait.h>
@@ -28,11 +30,11 @@ namespace {
 #ifdef _WIN32
 
 std::int32_t RunCommandLine(const std::string& commandLine) {
-  STARTUPINFOA start{};
+  STARTUPINFOW start{};
   start.cb = sizeof start;
   PROCESS_INFORMATION process{};
-  std::string writable = commandLine;
-  if (!CreateProcessA(nullptr, writable.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
+  std::wstring writable = ToWide(commandLine);
+  if (!CreateProcessW(nullptr, writable.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
                       nullptr, nullptr, &start, &process)) {
     RefuseToStart(commandLine);
   }
@@ -45,12 +47,13 @@ std::int32_t RunCommandLine(const std::string& commandLine) {
 }
 
 std::string ShortFormOf(const std::string& path) {
-  std::string shortPath(255, '\0');
+  const std::wstring asked = ToWide(path);
+  std::wstring shortPath(32768, L'\0');  // the longest that the system knows
   const DWORD length =
-      GetShortPathNameA(path.c_str(), shortPath.data(), static_cast<DWORD>(shortPath.size()));
+      GetShortPathNameW(asked.c_str(), shortPath.data(), static_cast<DWORD>(shortPath.size()));
   if (length == 0 || length > shortPath.size()) return path;
   shortPath.resize(length);
-  return shortPath;
+  return FromWide(shortPath);
 }
 
 #else

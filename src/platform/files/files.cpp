@@ -70,19 +70,27 @@ fs::path FolderOf(const fs::path& path) {
   return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-// Visits the names in a folder that satisfy `wanted` and are plain files.
+// Visits the entries of a folder whose names satisfy `wanted`.
 //   returns  what stopped it before the end, a folder that is not there for one
 template <typename Wanted, typename Visit>
-std::error_code VisitFiles(const fs::path& folder, Wanted wanted, Visit visit) {
+std::error_code VisitEntries(const fs::path& folder, Wanted wanted, Visit visit) {
   std::error_code stopped;
   fs::directory_iterator entry(folder, stopped);
   while (!stopped && entry != fs::directory_iterator()) {
     std::string name = Utf8FromPath(entry->path().filename());
-    std::error_code unreachable;
-    if (wanted(name) && entry->is_regular_file(unreachable)) visit(std::move(name));
+    if (wanted(name)) visit(*entry, std::move(name));
     entry.increment(stopped);
   }
   return stopped;
+}
+
+// The same for plain files, and links to them.
+template <typename Wanted, typename Visit>
+std::error_code VisitFiles(const fs::path& folder, Wanted wanted, Visit visit) {
+  return VisitEntries(folder, wanted, [&](const fs::directory_entry& entry, std::string name) {
+    std::error_code unreachable;
+    if (entry.is_regular_file(unreachable)) visit(std::move(name));
+  });
 }
 
 std::size_t SizeOfCharacter(std::string_view text) {
@@ -137,6 +145,18 @@ Executable& ExecutableInUse() {
 const std::string kPathSeparator(1, static_cast<char>(fs::path::preferred_separator));
 
 bool Exist(const std::string& path) { return IsPlainFile(PathFromUtf8(ExistingPath(path))); }
+
+bool IsTaken(const std::string& path) {
+  const fs::path asked = PathFromUtf8(path);
+  std::error_code unreachable;
+  if (fs::symlink_status(asked, unreachable).type() != fs::file_type::not_found) return true;
+  const std::string name = Utf8FromPath(asked.filename());
+  bool taken = false;
+  VisitEntries(
+      FolderOf(asked), [&](const std::string& other) { return SameText(other, name); },
+      [&](const fs::directory_entry&, const std::string&) { taken = true; });
+  return taken;
+}
 
 std::string ExistingPath(const std::string& path) {
   const fs::path asked = PathFromUtf8(path);

@@ -25,6 +25,11 @@ inline constexpr const char* kExecutableExtension = "";
 /// Whether a plain file of that name exists, in any case of its last component.
 bool Exist(const std::string& path);
 
+/// Whether anything at all stands under that name, in any case of its last component: also a folder, a
+/// pipe, a device, or a link that leads nowhere because its disk is not in. Where a new file is to be
+/// made, nothing may stand.
+bool IsTaken(const std::string& path);
+
 /// The path with its last component spelled as the folder has it; the path itself when no such file
 /// exists. Among names that differ by case alone the exact one wins, then the first by bytes.
 std::string ExistingPath(const std::string& path);

@@ -1,5 +1,6 @@
 #include "platform/files/ini_file.h"
 
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <optional>
@@ -8,6 +9,7 @@
 #include "platform/files/ini_text.h"
 #include "platform/files/os_file.h"
 #include "platform/files/replace_file.h"
+#include "platform/files/text_encoding.h"
 #include "platform/values/text.h"
 
 #ifdef _WIN32
@@ -21,27 +23,29 @@ namespace {
 #ifdef _WIN32
 
 // There the office's product uses the profile functions too, which know where its settings lie.
-std::wstring Wide(std::string_view text) { return PathFromUtf8(text).wstring(); }
 
 std::string ReadValue(const std::string& path, std::string_view section, std::string_view key) {
   wchar_t buffer[kIniValueCharacters + 1];
   const DWORD size =
-      GetPrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(), L"", buffer,
-                               static_cast<DWORD>(std::size(buffer)), Wide(path).c_str());
-  return Utf8FromPath(std::filesystem::path(std::wstring(buffer, size)));
+      GetPrivateProfileStringW(ToWide(section).c_str(), ToWide(key).c_str(), L"", buffer,
+                               static_cast<DWORD>(std::size(buffer)), ToWide(path).c_str());
+  return FromWide({buffer, size});
 }
 
 bool WriteValue(const std::string& path, std::string_view section, std::string_view key,
                 std::string_view value) {
-  return WritePrivateProfileStringW(Wide(section).c_str(), Wide(key).c_str(),
-                                    Wide(QuotedIniValue(value)).c_str(), Wide(path).c_str()) != 0;
+  return WritePrivateProfileStringW(ToWide(section).c_str(), ToWide(key).c_str(),
+                                    ToWide(QuotedIniValue(value)).c_str(),
+                                    ToWide(path).c_str()) != 0;
 }
 
 #else
 
+constexpr std::uint64_t kLargestFile = 16 << 20;  // the office's product has a few kilobytes in it
+
 std::string ContentOf(const std::string& path) {
   try {
-    return OsFile::OpenToRead(path).ReadAll();
+    return OsFile::OpenToRead(path).ReadAll(kLargestFile);
   } catch (const Failure& failure) {
     if (failure.Number == failure_number::kFileNotFound) return {};
     throw;
@@ -76,13 +80,16 @@ bool WriteValue(const std::string& path, std::string_view section, std::string_v
 
 }  // namespace
 
+// A link whose disk is not in is no file that has never been made.
 std::string ReadIniValue(const std::string& path, std::string_view section, std::string_view key) {
+  RequirePlainFile(path);
   return LeftOf(ReadValue(path, section, key), kIniValueCharacters);
 }
 
 bool WriteIniValue(const std::string& path, std::string_view section, std::string_view key,
                    std::string_view value) noexcept {
   try {
+    RequirePlainFile(path);
     return WriteValue(path, section, key, value);
   } catch (const std::exception&) {
     return false;

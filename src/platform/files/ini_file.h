@@ -23,7 +23,8 @@ namespace ostrel {
 inline constexpr std::size_t kIniValueCharacters = 254;
 
 /// The value, or the empty text when there is no file, section or key.
-///   throws  Failure 57 or 75 when the file is there and cannot be read
+///   throws  Failure 57 or 75, naming the file, when it is there and cannot be read, is no plain file,
+///           or is larger than settings can be
 std::string ReadIniValue(const std::string& path, std::string_view section, std::string_view key);
 
 /// Creates folder, file, section or key where needed. The file is replaced atomically, old or new,

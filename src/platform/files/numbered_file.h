@@ -14,7 +14,8 @@ struct NewFile {
 };
 
 /// Creates "<folder>/<name><extension>", or "<name> (2)<extension>" and so on with the first number
-/// that is free. The folder is made when it is missing.
+/// that is free. The folder is made when it is missing. Both are for their user alone, since what is
+/// filed has the pay of people in it.
 ///   throws  the system's failure when folder or file cannot be made
 NewFile CreateNumberedFile(const std::string& folder, const std::string& name,
                            const std::string& extension);

@@ -7,7 +7,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <iterator>
+#include <system_error>
 #include <utility>
+
+#include "platform/files/text_encoding.h"
 
 #ifdef _WIN32
 #include <io.h>
@@ -34,7 +37,7 @@ void CorrectErrno() {
   if (reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION) errno = EBUSY;
 }
 
-int SystemOpen(const std::string& path, int flags, int) {
+int SystemOpen(const std::string& path, int flags, Readers) {
   const int handle =
       _wopen(PathFromUtf8(path).c_str(), flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
   if (handle < 0) CorrectErrno();
@@ -49,6 +52,10 @@ int SystemWrite(int handle, const char* bytes, std::size_t count) {
 std::int64_t SystemEnd(int handle) { return _lseeki64(handle, 0, SEEK_END); }
 bool SystemCut(int handle, std::int64_t size) { return _chsize_s(handle, size) == 0; }
 bool SystemFlush(int handle) { return _commit(handle) == 0; }
+bool SystemIsPlain(int handle) {
+  struct _stat64 state {};
+  return _fstat64(handle, &state) == 0 && (state.st_mode & _S_IFMT) == _S_IFREG;
+}
 void SystemClose(int handle) { _close(handle); }
 bool SystemState(const std::string& path, FileState& state) {
   return _wstat64(PathFromUtf8(path).c_str(), &state) == 0;
@@ -66,7 +73,9 @@ bool SystemRename(const std::string& from, const std::string& to) {
   return false;
 }
 bool FlushFolderOf(const std::string&) { return true; }  // the rename has written through
-void CopyRights(int, const FileState&) {}                // taken over from the folder
+// Rights are taken over from the folder.
+void CopyRights(int, const FileState&, Readers) {}
+void HideHandle(int) {}
 
 #else
 
@@ -75,8 +84,18 @@ constexpr int kAppendFlags = O_WRONLY | O_APPEND | O_CREAT;
 constexpr int kCreateFlags = O_WRONLY | O_CREAT | O_EXCL;
 constexpr int kReadFlags = O_RDONLY;
 
-int SystemOpen(const std::string& path, int flags, int permissions) {
-  return open(path.c_str(), flags | O_CLOEXEC, permissions);
+constexpr mode_t kForEverybody = 0666;
+constexpr mode_t kForUserAlone = 0600;
+constexpr mode_t kOthersBits = 0077;
+
+mode_t LeftTo(Readers readers, mode_t permissions) {
+  return readers == Readers::UserAlone ? permissions & ~kOthersBits : permissions;
+}
+
+// Without waiting, should a pipe have taken the name since it was looked at.
+int SystemOpen(const std::string& path, int flags, Readers readers) {
+  return open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
+              readers == Readers::UserAlone ? kForUserAlone : kForEverybody);
 }
 ssize_t SystemRead(int handle, char* bytes, std::size_t count) {
   return read(handle, bytes, count);
@@ -87,6 +106,10 @@ ssize_t SystemWrite(int handle, const char* bytes, std::size_t count) {
 std::int64_t SystemEnd(int handle) { return lseek(handle, 0, SEEK_END); }
 bool SystemCut(int handle, std::int64_t size) { return ftruncate(handle, size) == 0; }
 bool SystemFlush(int handle) { return fsync(handle) == 0; }
+bool SystemIsPlain(int handle) {
+  struct stat state {};
+  return fstat(handle, &state) == 0 && S_ISREG(state.st_mode);
+}
 void SystemClose(int handle) { close(handle); }
 bool SystemState(const std::string& path, FileState& state) {
   return stat(path.c_str(), &state) == 0;
@@ -110,12 +133,18 @@ bool FlushFolderOf(const std::string& path) {
 
 // The owner goes first, since a change of it takes permissions away. Neither can be had on a disk
 // that keeps none, nor the owner by a plain user; the file is as good without.
-void CopyRights(int handle, const FileState& from) {
+void CopyRights(int handle, const FileState& from, Readers readers) {
   FileState now{};
   if (fstat(handle, &now) != 0) return;
   const bool owned = now.st_uid == from.st_uid && now.st_gid == from.st_gid;
   if (!owned && fchown(handle, from.st_uid, from.st_gid) != 0) errno = 0;
-  if (now.st_mode != from.st_mode && fchmod(handle, from.st_mode & 07777) != 0) errno = 0;
+  const mode_t wanted = LeftTo(readers, from.st_mode & 07777);
+  if ((now.st_mode & 07777) != wanted && fchmod(handle, wanted) != 0) errno = 0;
+}
+
+void HideHandle(int handle) {
+  FileState now{};
+  if (fstat(handle, &now) == 0) CopyRights(handle, now, Readers::UserAlone);
 }
 
 #endif
@@ -159,6 +188,10 @@ auto RowOf(const Rows& rows, const Key& key) {
                       [&](const auto& row) { return row.first == key; });
 }
 
+[[noreturn]] void RefuseNoPlainFile(const std::string& path) {
+  throw FileFailure(failure_number::kPathAccess, path + " (no plain file)");
+}
+
 std::int32_t NumberFor(int code, FileStep step) {
   if (code == ENOENT || code == ENOTDIR) {
     if (step == FileStep::OpenToRead) return failure_number::kFileNotFound;
@@ -172,14 +205,13 @@ std::int32_t NumberFor(int code, FileStep step) {
 
 }  // namespace
 
-std::filesystem::path PathFromUtf8(std::string_view path) {
-  return {std::u8string(path.begin(), path.end())};
-}
-
-std::string Utf8FromPath(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
+#ifdef _WIN32
+std::filesystem::path PathFromUtf8(std::string_view path) { return ToWide(path); }
+std::string Utf8FromPath(const std::filesystem::path& path) { return FromWide(path.native()); }
+#else
+std::filesystem::path PathFromUtf8(std::string_view path) { return path; }
+std::string Utf8FromPath(const std::filesystem::path& path) { return path.native(); }
+#endif
 
 Failure FileFailure(std::int32_t number, const std::string& path) {
   const auto* row = RowOf(kWords, number);
@@ -192,6 +224,45 @@ Failure SystemFailure(int code, FileStep step, const std::string& path) {
   return FileFailure(NumberFor(code, step), path);
 }
 
+bool IsNoPlainFile(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code unreachable;
+  const fs::file_status itself = fs::symlink_status(PathFromUtf8(path), unreachable);
+  return fs::exists(itself) && !fs::is_regular_file(fs::status(PathFromUtf8(path), unreachable));
+}
+
+void RequirePlainFile(const std::string& path) {
+  if (IsNoPlainFile(path)) RefuseNoPlainFile(path);
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+  std::error_code missing;
+  return std::filesystem::equivalent(PathFromUtf8(one), PathFromUtf8(other), missing);
+}
+
+void HideFromOthers([[maybe_unused]] const std::string& path) noexcept {
+#ifndef _WIN32
+  FileState now{};
+  if (stat(path.c_str(), &now) != 0 || !S_ISREG(now.st_mode)) return;
+  const mode_t wanted = LeftTo(Readers::UserAlone, now.st_mode & 07777);
+  if ((now.st_mode & 07777) != wanted && chmod(path.c_str(), wanted) != 0) errno = 0;
+#endif
+}
+
+void MakeHiddenFolder(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code refused;
+  const fs::path folder = PathFromUtf8(path);
+  if (folder.has_parent_path()) fs::create_directories(folder.parent_path(), refused);
+  if (!refused && fs::create_directory(folder, refused)) {
+    std::error_code unknown;  // to the disk
+    fs::permissions(folder, fs::perms::owner_all, unknown);
+  }
+  if (refused) {
+    throw SystemFailure(refused.default_error_condition().value(), FileStep::OpenToReplace, path);
+  }
+}
+
 OsFile::OsFile(int handle, std::string path) : handle_(handle), path_(std::move(path)) {}
 
 OsFile::OsFile(OsFile&& other) noexcept
@@ -202,9 +273,15 @@ OsFile::~OsFile() {
 }
 
 OsFile OsFile::Open(const std::string& path, int flags, FileStep step) {
-  const int handle = SystemOpen(path, flags, 0666);
+  std::error_code unreachable;  // the opening says why
+  const auto status = std::filesystem::status(PathFromUtf8(path), unreachable);
+  const bool there = std::filesystem::exists(status);
+  if (there && !std::filesystem::is_regular_file(status)) RefuseNoPlainFile(path);
+  const int handle = SystemOpen(path, flags, Readers::UserAlone);
   if (handle < 0) throw SystemFailure(errno, step, path);
-  return {handle, path};
+  OsFile file(handle, path);
+  if (!SystemIsPlain(handle)) RefuseNoPlainFile(path);
+  return file;
 }
 
 OsFile OsFile::OpenToRead(const std::string& path) {
@@ -212,25 +289,38 @@ OsFile OsFile::OpenToRead(const std::string& path) {
 }
 
 OsFile OsFile::OpenToAppend(const std::string& path) {
-  return Open(path, kAppendFlags, FileStep::OpenToAppend);
+  OsFile file = Open(path, kAppendFlags, FileStep::OpenToAppend);
+  HideHandle(file.handle_);
+  return file;
 }
 
-std::optional<OsFile> OsFile::CreateNew(const std::string& path, int permissions) {
-  const int handle = SystemOpen(path, kCreateFlags, permissions);
+std::optional<OsFile> OsFile::CreateNew(const std::string& path, Readers readers) {
+  const int handle = SystemOpen(path, kCreateFlags, readers);
   if (handle >= 0) return OsFile(handle, path);
   if (errno == EEXIST) return std::nullopt;
   throw SystemFailure(errno, FileStep::OpenToReplace, path);
 }
 
-std::string OsFile::ReadAll() const {
+std::string OsFile::Read(std::uint64_t atMost) const {
   std::string content;
-  std::string block(65536, '\0');
-  for (;;) {
-    const auto count = SystemRead(handle_, block.data(), block.size());
+  std::string block(std::min<std::uint64_t>(atMost, 65536), '\0');
+  while (content.size() < atMost) {
+    const std::size_t room = std::min<std::uint64_t>(block.size(), atMost - content.size());
+    const auto count = SystemRead(handle_, block.data(), room);
     if (count < 0 && errno != EINTR) throw SystemFailure(errno, FileStep::Transfer, path_);
     if (count == 0) return content;
     if (count > 0) content.append(block.data(), static_cast<std::size_t>(count));
   }
+  return content;
+}
+
+std::string OsFile::ReadFirst(std::size_t count) const { return Read(count); }
+
+std::string OsFile::ReadAll(std::uint64_t atMost) const {
+  std::string content = Read(atMost + 1);
+  if (content.size() <= atMost) return content;
+  throw FileFailure(failure_number::kPathAccess,
+                    path_ + " (larger than " + std::to_string(atMost >> 20) + " MB)");
 }
 
 void OsFile::Write(std::string_view bytes) const {
@@ -256,15 +346,9 @@ void OsFile::FlushToDisk() const {
   if (!SystemFlush(handle_)) throw SystemFailure(errno, FileStep::Transfer, path_);
 }
 
-void OsFile::TakeRightsOf(const std::string& other) const {
+void OsFile::TakeRightsOf(const std::string& other, Readers readers) const {
   FileState state{};
-  if (SystemState(other, state)) CopyRights(handle_, state);
-}
-
-std::optional<int> PermissionsOf(const std::string& path) {
-  FileState state{};
-  if (!SystemState(path, state)) return std::nullopt;
-  return static_cast<int>(state.st_mode & 0777);
+  if (SystemState(other, state)) CopyRights(handle_, state, readers);
 }
 
 bool MayWrite(const std::string& path) { return SystemMayWrite(path); }

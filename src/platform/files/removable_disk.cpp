@@ -6,6 +6,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+
+#include "platform/files/text_encoding.h"
 #elif defined(__linux__)
 #include <algorithm>
 #include <fstream>
@@ -21,12 +23,12 @@ namespace ostrel {
 #ifdef _WIN32
 
 std::string RemovableDisk() {
-  for (std::string root = "a:\\"; root[0] <= 'z'; ++root[0]) {
-    const bool removable = GetDriveTypeA(root.c_str()) == DRIVE_REMOVABLE;
+  for (std::wstring root = L"a:\\"; root[0] <= L'z'; ++root[0]) {
+    const bool removable = GetDriveTypeW(root.c_str()) == DRIVE_REMOVABLE;
     // An empty drive is there too, but has no volume.
     if (removable &&
-        GetVolumeInformationA(root.c_str(), nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0)) {
-      return root;
+        GetVolumeInformationW(root.c_str(), nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0)) {
+      return FromWide(root);
     }
   }
   return {};

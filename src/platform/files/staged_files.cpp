@@ -24,13 +24,6 @@ std::string NewFilesOf(const std::string& folder) { return In(folder, ".ostrel-n
 std::string ReadyFilesOf(const std::string& folder) { return In(folder, ".ostrel-ready"); }
 std::string OldFilesOf(const std::string& folder) { return In(folder, ".ostrel-old"); }
 
-void MakeFolder(const std::string& path) {
-  std::error_code refused;
-  fs::create_directory(PathFromUtf8(path), refused);
-  if (!refused) return;
-  throw SystemFailure(refused.default_error_condition().value(), FileStep::OpenToReplace, path);
-}
-
 // What cannot be removed now is removed at the next use.
 void RemoveFolder(const std::string& path) noexcept {
   std::error_code later;
@@ -43,10 +36,11 @@ class Moves {
   explicit Moves(const std::string& folder)
       : folder_(folder), ready_(ReadyFilesOf(folder)), old_(OldFilesOf(folder)) {}
 
-  void PutAllInPlace() {
-    for (const std::string& name : ListFiles(In(ready_, "*"))) {
-      for (const std::string& other : ListFiles(In(folder_, name))) Move(folder_, old_, other);
-      Move(ready_, folder_, name);
+  void PutAllInPlace(const std::vector<std::string>& patterns) {
+    for (const std::string& pattern : patterns) {
+      for (const std::string& name : ListFiles(In(ready_, pattern))) {
+        if (name.find_first_of("*?") == std::string::npos) PutInPlace(name);
+      }
     }
   }
 
@@ -58,6 +52,11 @@ class Moves {
   }
 
  private:
+  void PutInPlace(const std::string& name) {
+    for (const std::string& other : ListFiles(In(folder_, name))) Move(folder_, old_, other);
+    Move(ready_, folder_, name);
+  }
+
   void Move(const std::string& from, const std::string& to, const std::string& name) {
     const std::string target = In(to, name);
     Rename(In(from, name), target);
@@ -79,24 +78,24 @@ void Clear(const std::string& folder) {
 
 }  // namespace
 
-StagedFiles::StagedFiles(std::string folder) : folder_(std::move(folder)) {
-  ResumeInstall(folder_);
-  RemoveFolder(NewFilesOf(folder_));
-  MakeFolder(NewFilesOf(folder_));
+StagedFiles::StagedFiles(std::string folder, std::vector<std::string> patterns)
+    : folder_(std::move(folder)), patterns_(std::move(patterns)) {
+  ResumeInstall(folder_, patterns_);
+  MakeHiddenFolder(NewFilesOf(folder_));
 }
 
 StagedFiles::~StagedFiles() { RemoveFolder(NewFilesOf(folder_)); }
 
 void StagedFiles::Add(const std::string& name, std::string_view content) const {
-  ReplaceFile(In(NewFilesOf(folder_), name), content);
+  ReplaceFile(In(NewFilesOf(folder_), name), content, Readers::UserAlone);
 }
 
 void StagedFiles::Install() const {
-  MakeFolder(OldFilesOf(folder_));
+  MakeHiddenFolder(OldFilesOf(folder_));
   RenameDurably(NewFilesOf(folder_), ReadyFilesOf(folder_));
   Moves moves(folder_);
   try {
-    moves.PutAllInPlace();
+    moves.PutAllInPlace(patterns_);
   } catch (const Failure&) {
     // Should this fail too, all is left as it lies, for ResumeInstall.
     moves.TakeBack();
@@ -107,13 +106,16 @@ void StagedFiles::Install() const {
   Clear(folder_);
 }
 
-void ResumeInstall(const std::string& folder) {
+// A link in place of the ready folder would lead to files of who knows whom.
+void ResumeInstall(const std::string& folder, const std::vector<std::string>& patterns) {
   std::error_code unreachable;
-  if (fs::is_directory(PathFromUtf8(ReadyFilesOf(folder)), unreachable)) {
-    MakeFolder(OldFilesOf(folder));
-    Moves(folder).PutAllInPlace();
+  const std::string ready = ReadyFilesOf(folder);
+  if (fs::is_directory(fs::symlink_status(PathFromUtf8(ready), unreachable))) {
+    MakeHiddenFolder(OldFilesOf(folder));
+    Moves(folder).PutAllInPlace(patterns);
   }
   Clear(folder);
+  RemoveFolder(NewFilesOf(folder));
 }
 
 }  // namespace ostrel

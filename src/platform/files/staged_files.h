@@ -10,17 +10,21 @@
 //                           ResumeInstall gives them their places
 //   .ostrel-old             beside one of the others or alone: old files that gave way, thrown away
 //                           when all new ones stand
+// Whoever finds such a folder cannot know who filled it, so only files of names that are looked for get
+// a place. All are for their user alone.
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ostrel {
 
 class StagedFiles {
  public:
   /// Resumes an install that was cut off, and clears what an abandoned use left.
-  ///   throws  Failure 75, 61 or 57 when the folder may not be written
-  explicit StagedFiles(std::string folder);
+  ///   patterns  of the names that are installed, as ListFiles has them: "Prms1234.*"
+  ///   throws    Failure 75, 61 or 57 when the folder may not be written
+  StagedFiles(std::string folder, std::vector<std::string> patterns);
   ~StagedFiles();  ///< throws away what is not installed
   StagedFiles(const StagedFiles&) = delete;
   StagedFiles& operator=(const StagedFiles&) = delete;
@@ -38,10 +42,11 @@ class StagedFiles {
 
  private:
   std::string folder_;
+  std::vector<std::string> patterns_;
 };
 
-/// Ends an install that a power cut stopped, if there is one.
+/// Ends an install that a power cut stopped, if there is one, and sweeps what an abandoned use left.
 ///   throws   as Install; the new files are kept, so that it can be tried again
-void ResumeInstall(const std::string& folder);
+void ResumeInstall(const std::string& folder, const std::vector<std::string>& patterns);
 
 }  // namespace ostrel

@@ -155,6 +155,22 @@ bool IsUtf8(std::string_view bytes) {
   return true;
 }
 
+#ifdef _WIN32
+
+std::wstring ToWide(std::string_view text) {
+  const std::string bytes = ToUtf16(text, ByteOrder::LittleEnd);
+  std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
+  bytes.copy(reinterpret_cast<char*>(wide.data()), bytes.size());
+  return wide;
+}
+
+std::string FromWide(std::wstring_view text) {
+  return FromUtf16({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)},
+                   ByteOrder::LittleEnd);
+}
+
+#endif
+
 std::string AsUtf8(std::string_view bytes) {
   return IsUtf8(bytes) ? std::string(bytes) : FromCodePage1252(bytes);
 }

@@ -27,6 +27,13 @@ std::string FromUtf16(std::string_view bytes, ByteOrder order);
 /// Each byte of `text` that is no UTF-8 becomes "?".
 std::string ToUtf16(std::string_view text, ByteOrder order);
 
+#ifdef _WIN32
+/// Text as the calls of Windows take and give it, which for any other text than ASCII are the wide ones
+/// alone. Each byte of `text` that is no UTF-8 becomes "?", a lone half of a pair U+FFFD.
+std::wstring ToWide(std::string_view text);
+std::string FromWide(std::wstring_view text);
+#endif
+
 /// Bytes of unknown origin as UTF-8: as they are when they are UTF-8, else from code page 1252.
 std::string AsUtf8(std::string_view bytes);
 

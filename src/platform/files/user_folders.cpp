@@ -3,15 +3,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <system_error>
 
 #include "platform/files/files.h"
 #include "platform/files/os_file.h"
 
 #ifdef _WIN32
 #include <shlobj.h>
-#else
-#include <sys/stat.h>
 #endif
 
 namespace ostrel {
@@ -31,12 +28,6 @@ fs::path Documents() {
   wchar_t folder[MAX_PATH] = {};
   SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, folder);
   return folder;
-}
-
-// The folder above, the user's own, hands its rights down.
-bool MakeFolder(const fs::path& path) {
-  std::error_code refused;
-  return fs::create_directory(path, refused);
 }
 
 #else
@@ -70,23 +61,11 @@ fs::path Documents() {
   return fs::path(configured).is_absolute() ? configured : Home() + "/Documents";
 }
 
-bool MakeFolder(const fs::path& path) { return mkdir(path.c_str(), S_IRWXU) == 0; }
-
 #endif
 
 }  // namespace
 
 std::string DocumentsFolder() { return Utf8FromPath(Documents()); }
-
-bool MakePrivateFolder(const std::string& path) {
-  fs::path made;
-  for (const fs::path& part : PathFromUtf8(path)) {
-    made /= part;
-    std::error_code unreachable;
-    if (!fs::is_directory(made, unreachable) && !MakeFolder(made)) return false;
-  }
-  return !made.empty();
-}
 
 std::string ApplicationFolder() {
   return FolderGiven().empty() ? ExecutableFolder() : FolderGiven();

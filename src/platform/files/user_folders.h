@@ -11,10 +11,6 @@ namespace ostrel {
 /// desktop's user-dirs.dirs, or Documents in the home folder.
 std::string DocumentsFolder();
 
-/// Makes the folder, and those above it that are missing, each for its user alone.
-///   returns  whether a folder of that path is there now
-bool MakePrivateFolder(const std::string& path);
-
 /// Folder of the client's tables, of the store and of the log, without a separator behind it: the one
 /// that was given, else the executable's.
 std::string ApplicationFolder();

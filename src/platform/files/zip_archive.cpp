@@ -69,13 +69,9 @@ ZipArchive::ZipArchive(zip_source* source) {
   throw error.AsFailure();
 }
 
-ZipArchive ZipArchive::Open(const std::string& path) {
-  ZipError error;
-  return ZipArchive(
-      SourceOrThrow(zip_source_file_create(path.c_str(), 0, -1, error.Record()), error));
-}
-
 ZipArchive ZipArchive::OfBytes(std::string_view bytes) {
+  if (bytes.empty())
+    throw ZipFailure("Not a zip archive");  // the library takes it for an empty one
   ZipError error;
   return ZipArchive(SourceOrThrow(
       zip_source_buffer_create(bytes.data(), bytes.size(), 0, error.Record()), error));
@@ -87,7 +83,9 @@ std::vector<ZipMember> ZipArchive::Members() const {
   for (zip_uint64_t index = 0; index < static_cast<zip_uint64_t>(count); ++index) {
     zip_stat_t stat;
     if (zip_stat_index(archive_.get(), index, ZIP_FL_ENC_GUESS, &stat) != 0) continue;
-    members.push_back({index, stat.name, stat.size, IsPlainFile(archive_.get(), index)});
+    const char* const bytes = zip_get_name(archive_.get(), index, ZIP_FL_ENC_RAW);
+    members.push_back({index, stat.name, bytes == nullptr ? "" : bytes, stat.size, stat.comp_size,
+                       IsPlainFile(archive_.get(), index)});
   }
   return members;
 }

@@ -18,16 +18,17 @@ namespace ostrel {
 
 struct ZipMember {
   std::uint64_t Index = 0;
-  std::string Name;         ///< UTF-8, as the zip has it; may be any text at all
-  std::uint64_t Size = 0;   ///< bytes when unpacked, as the zip claims
-  bool IsPlainFile = true;  ///< no folder, link, device or volume label
+  std::string Name;          ///< UTF-8, as the zip has it; may be any text at all
+  std::string Bytes;         ///< of the name in the zip
+  std::uint64_t Size = 0;    ///< bytes when unpacked, as the zip claims
+  std::uint64_t Packed = 0;  ///< bytes in the zip, as it claims
+  bool IsPlainFile = true;   ///< no folder, link, device or volume label
 };
 
 class ZipArchive {
  public:
-  /// throws  Failure 57, in words for a person, when the file cannot be read or is no zip
-  static ZipArchive Open(const std::string& path);
-  /// The same of a zip's bytes, which must live as long as the object.
+  /// The bytes must live as long as the object.
+  ///   throws  Failure 57, in words for a person, when they are no zip
   static ZipArchive OfBytes(std::string_view bytes);
 
   std::vector<ZipMember> Members() const;

@@ -111,12 +111,11 @@ QPageSize SheetOf(cups_dest_t& printer) {
 
 /// A file that only this user can read, in the system's folder for such.
 NewFile CreateSpoolFile() {
-  constexpr int kForThisUser = 0600;
   std::random_device random;
   for (;;) {
     const std::string name = "ostrel-payroll-" + std::to_string(random()) + ".pdf";
     std::string path = Utf8FromPath(std::filesystem::temp_directory_path() / name);
-    std::optional<OsFile> file = OsFile::CreateNew(path, kForThisUser);
+    std::optional<OsFile> file = OsFile::CreateNew(path, Readers::UserAlone);
     if (file) return {std::move(*file), std::move(path)};
   }
 }
