@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "frame/app_state.h"
+#include "frame/ini_keys.h"
 #include "platform/files/files.h"
 #include "platform/files/user_folders.h"
 #include "support/payroll.h"
@@ -86,6 +87,34 @@ TEST(CommandLine, RefusesAFolderThatIsNotThere) {
 }
 
 #ifndef _WIN32
+TEST(OwnSettings, TakeWhatTheOfficesFileRefusesAndAreReadFirst) {
+  const TempFolder laptop;
+  const std::string refusing = laptop.Write("system", "a file, so that no file can be made in it");
+  const auto officesIn = [](const std::string& folder) {
+    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+  };
+  fs::create_directory(laptop.Path("writable"));
+  laptop.Write("writable/Halvane.ini", "[Ostrel Remote]\nKey=office\nOther=office\n");
+  SetOwnSettingsFolder(laptop.Path("own"));
+
+  officesIn(laptop.Path("writable"));
+  EXPECT_EQ(IniRead(kIniSection, "Key"), "office");
+  IniWrite(kIniSection, "Key", "changed");
+  EXPECT_FALSE(fs::exists(laptop.Path("own")));
+
+  officesIn(refusing);
+  IniWrite(kIniSection, "Key", "own");
+  EXPECT_EQ(IniRead(kIniSection, "Key"), "own");
+
+  officesIn(laptop.Path("writable"));
+  EXPECT_EQ(IniRead(kIniSection, "Key"), "own");
+  EXPECT_EQ(IniRead(kIniSection, "Other"), "office");
+  IniWrite(kIniSection, "Other", "own, too");
+  EXPECT_EQ(IniRead(kIniSection, "Other"), "own, too");
+  EXPECT_EQ(laptop.Read("writable/Halvane.ini"), "[Ostrel Remote]\nKey=changed\nOther=office\n");
+  SetOwnSettingsFolder({});
+}
+
 TEST(CommandLine, MakesTheFolderAmongTheDocumentsForItsUserAlone) {
   const TempFolder home;
   setenv("HOME", home.Path().c_str(), 1);

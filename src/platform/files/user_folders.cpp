@@ -22,15 +22,25 @@ std::string& FolderGiven() {
   return folder;
 }
 
-#ifdef _WIN32
-
-fs::path Documents() {
-  wchar_t folder[MAX_PATH] = {};
-  SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, folder);
+std::string& OwnSettingsGiven() {
+  static std::string folder;
   return folder;
 }
 
+#ifdef _WIN32
+
+fs::path FolderOfSystem(int which) {
+  wchar_t folder[MAX_PATH] = {};
+  SHGetFolderPathW(nullptr, which, nullptr, SHGFP_TYPE_CURRENT, folder);
+  return folder;
+}
+
+fs::path Documents() { return FolderOfSystem(CSIDL_PERSONAL); }
+fs::path OwnSettings() { return FolderOfSystem(CSIDL_APPDATA) / L"Ostrel Payroll"; }
+
 #else
+
+fs::path OwnSettings() { return {}; }
 
 std::string Home() {
   const char* home = std::getenv("HOME");
@@ -66,6 +76,12 @@ fs::path Documents() {
 }  // namespace
 
 std::string DocumentsFolder() { return Utf8FromPath(Documents()); }
+
+std::string OwnSettingsFolder() {
+  return OwnSettingsGiven().empty() ? Utf8FromPath(OwnSettings()) : OwnSettingsGiven();
+}
+
+void SetOwnSettingsFolder(const std::string& path) { OwnSettingsGiven() = path; }
 
 std::string ApplicationFolder() {
   return FolderGiven().empty() ? ExecutableFolder() : FolderGiven();
