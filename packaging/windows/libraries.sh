@@ -108,10 +108,10 @@ build_googletest() { cross_cmake "$1" googletest -DBUILD_SHARED_LIBS=OFF; }
 # need_library <source package>: built, unless this version was built before in this very way. A build
 # that was broken off goes on where it was.
 need_library() {
-    local name=$1 build=build_${1//-/_} id done begun code=0 start=$SECONDS
+    local name=$1 build=build_${1//-/_} id made begun code=0 start=$SECONDS
     id=$name-$(version_of "$name")-$(declare -f "$build" cross_cmake | sha256sum | cut -c 1-16)
-    done=$cache/done/$id begun=$cache/begun/$id
-    [[ ! -e $done ]] || return 0
+    made=$cache/done/$id begun=$cache/begun/$id
+    [[ ! -e $made ]] || return 0
     say "Building $name $(version_of "$name") for Windows (the log is $cache/$name.log)"
     mkdir -p "$cache"/{source,build,begun,done} "$libraries"/{include,lib}
     if [[ ! -e $begun ]]; then
@@ -130,6 +130,6 @@ need_library() {
         return 1
     fi
     rm -rf "$cache/source/$name" "$cache/build/$name" "$begun" "$cache/done/$name"-*
-    touch "$done"
+    touch "$made"
     say "   $name: $((SECONDS - start)) s"
 }
