@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # Sourced by ./package: builds for Windows what the program stands on, from the distribution's
 # sources, once. What is built lies in the user's cache, so that neither a clean tree nor another
-# worktree has to wait for it again; OSTREL_CACHE names another place.
+# copy of the sources has to wait for it again; OSTREL_CACHE names another place.
 
 readonly windows=$root/packaging/windows
 readonly cache=${OSTREL_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/ostrel-payroll}
