@@ -162,6 +162,8 @@ std::set<int> ClockedIn(const Operator& hands) {
     if (line.Day() == hands.Day() && line.Text(kTypeField) == "I")
       employees.insert(line.Employee());
   }
+  // A cell that is half typed is settled first, and may make its line one of these.
+  if (TDBGrid1.Editing) employees.insert(static_cast<int>(LeadingNumber(TDBGrid1.CellText(0))));
   return employees;
 }
 
@@ -179,7 +181,7 @@ void ClockInAgain(Operator& hands) {
 
 template <MenuItem& item>
 void WorkOutHours(Operator& hands) {
-  hands.Named.HoursOfDay = mnuUseTimeClock.Checked;
+  if (mnuUseTimeClock.Checked) hands.Named.HourDays = {hands.Day()};
   hands.Choose(item);
 }
 
@@ -212,7 +214,7 @@ void AnotherWindow(Operator& hands) {
 
 void OpenAgain(Operator& hands) {
   hands.Laptop.Stop();
-  hands.Start();
+  hands.Starts();
 }
 
 const Act kActs[] = {

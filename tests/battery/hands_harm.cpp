@@ -6,28 +6,34 @@
 
 namespace ostrel {
 
+namespace {
+
+std::string NameOf(const StatementSite& site) { return site.Routine + std::to_string(site.Line); }
+
+}  // namespace
+
 void LuckyProbe::Arm(Harm& luck) {
   toCome_ = luck.Below(60);
   times_ = 1 + luck.Below(3);
   behind_ = luck.Coin();
-  site_ = 0;
+  site_.clear();
 }
 
 void LuckyProbe::Before(const StatementSite& site) {
-  if (OnReach) OnReach(site);
-  if (times_ > 0 && site_ == 0 && toCome_-- == 0) site_ = site.Line;
+  for (const auto& told : OnReach) told(site);
+  if (times_ > 0 && site_.empty() && toCome_-- == 0) site_ = NameOf(site);
   if (!behind_) FailAt(site);
 }
 
 void LuckyProbe::After(const StatementSite& site) {
-  if (OnDone) OnDone(site);
+  for (const auto& told : OnDone) told(site);
   if (behind_) FailAt(site);
 }
 
 void LuckyProbe::FailAt(const StatementSite& site) {
-  if (times_ == 0 || site.Line != site_) return;
-  --times_;
+  if (times_ == 0 || NameOf(site) != site_) return;
   struck_ = true;
+  --times_;
   throw Failure(3051, "Planted.");
 }
 

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "battery/battery.h"
 #include "frame/failure_reporting.h"
@@ -23,17 +24,24 @@ class LuckyProbe : public StatementProbe {
   explicit LuckyProbe(bool& struck) : struck_(struck) { SetStatementProbe(this); }
   ~LuckyProbe() override { SetStatementProbe(nullptr); }
   void Arm(Harm& luck);
-  void Disarm() { times_ = 0; }
+  void Disarm() {
+    times_ = 0;
+    behind_ = false;
+  }
   void Before(const StatementSite& site) override;
   void After(const StatementSite& site) override;
 
-  std::function<void(const StatementSite&)> OnReach, OnDone;  ///< for what is planted
+  /// Whether a retry would do again what is done: the statement has failed behind its work.
+  bool HasFailedBehind() const { return behind_ && !site_.empty(); }
+
+  /// Told of every statement before it, and when it is done.
+  std::vector<std::function<void(const StatementSite&)>> OnReach, OnDone;
 
  private:
   void FailAt(const StatementSite& site);
   std::size_t toCome_ = 0, times_ = 0;
   bool behind_ = false;
-  std::int32_t site_ = 0;
+  std::string site_;  // of the first that fails
   bool& struck_;
 };
 

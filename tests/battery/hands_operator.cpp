@@ -23,9 +23,9 @@ BoxAnswer LuckyDesktop::ShowMessageBox(const MessageBoxRequest& request) {
     if (OnReport) OnReport();
     retries_ = asked_ == request.Text ? retries_ + 1 : 0;
     asked_ = request.Text;
-    answer = luck < 4 && retries_ < 6 ? BoxAnswer::Retry
-             : luck == 9              ? BoxAnswer::Abort
-                                      : BoxAnswer::Ignore;
+    answer = luck < 4 && retries_ < 6 && MayRetry() ? BoxAnswer::Retry
+             : luck == 9                            ? BoxAnswer::Abort
+                                                    : BoxAnswer::Ignore;
   } else if (request.Buttons == BoxButtons::OkCancel) {
     answer = luck < 8 ? BoxAnswer::Ok : BoxAnswer::Cancel;
   } else if (request.Buttons != BoxButtons::Ok) {
@@ -65,11 +65,15 @@ int FieldInGrid(int column) {
   return kFields[column];
 }
 
-Operator::Operator() { Laptop.WriteIni("UseTimeClock=True\r\nAutosetTime=True\r\n"); }
+Operator::Operator() {
+  Laptop.WriteIni("UseTimeClock=True\r\nAutosetTime=True\r\n");
+  Desktop.MayRetry = [this] { return !Probe.HasFailedBehind(); };
+}
 
-void Operator::Start() {
-  Laptop.Start();
-  if (OnStarted) OnStarted();
+bool Operator::Starts() {
+  const bool runs = Runs([this] { Laptop.Start(); });
+  if (runs && OnStarted) OnStarted();
+  return runs;
 }
 
 RawLines Operator::Lines() const {
@@ -104,6 +108,16 @@ int Operator::Day() const {
 }
 
 int Operator::DayOfNewLine() const { return Day() != 0 ? Day() : static_cast<int>(Now().Days); }
+
+void Claim::Add(const Claim& other) {
+  for (const auto& [row, fields] : other.Cells) Cells[row].insert(fields.begin(), fields.end());
+  Goes.insert(other.Goes.begin(), other.Goes.end());
+  NewEmployees.insert(other.NewEmployees.begin(), other.NewEmployees.end());
+  NewDays.insert(other.NewDays.begin(), other.NewDays.end());
+  HourDays.insert(other.HourDays.begin(), other.HourDays.end());
+  NewTypes += other.NewTypes;
+  NewLines += other.NewLines;
+}
 
 void Operator::ClaimCell() {
   if (Data1.Recordset.Position() < 0 || TDBGrid1.Col < 0) return;

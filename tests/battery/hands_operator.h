@@ -25,9 +25,11 @@ struct Claim {
   std::set<int> NewEmployees, NewDays;          ///< of new lines
   std::string NewTypes;
   std::size_t NewLines = 0;    ///< at most
-  bool HoursOfDay = false;     ///< hours and gross of the employees clocked in on the day
+  std::set<int> HourDays;      ///< days whose hours and gross may be worked out
   bool TypedByClock = false;   ///< the line bears this very minute
   bool WithoutPieces = false;  ///< clock events carry no quantity
+
+  void Add(const Claim& other);
 };
 
 /// The boxes put before the operator, answered by luck.
@@ -48,6 +50,7 @@ class LuckyDesktop : public ScriptedDesktop {
   MousePointer Pointer = MousePointer::Normal;
   std::string LastTyped;
   std::function<void()> OnReport;
+  std::function<bool()> MayRetry;
   std::function<void(const std::string& text)> OnMessage;
 
  private:
@@ -65,7 +68,9 @@ class Operator {
  public:
   Operator();
 
-  void Start();
+  /// Starts the program.
+  ///   returns  whether it runs now
+  bool Starts();
   std::function<void()> OnStarted;
   void BeginStep(unsigned luck, bool rude);
   /// Runs an event and what it posts.

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/database/open_stores.h"
 #include "platform/values/clock.h"
 #include "scan_main/scan_main.h"
 #include "support/standing_checks.h"
@@ -66,6 +67,12 @@ std::string RecordOf(const RawLine& line, bool timeClock) {
 
 Watch::Watch(Operator& hands) : hands_(hands) {
   hands.Desktop.OnMessage = [this](const std::string& text) { CheckImportFile(text); };
+  hands.Probe.OnDone.emplace_back([this](const StatementSite& site) {
+    if (std::string_view(site.Routine) != "DisplayTotals" || site.Line != 4790) return;
+    atTotals_ = store_ ? store_->Read() : std::nullopt;
+    totalled_ = FilterNow();
+    hasTotals_ = !mnuDisplayCurrentEmpl.Checked || IsNumber(txtInput[kEmplBox].Text);
+  });
 }
 
 void Watch::Started() {
@@ -74,18 +81,19 @@ void Watch::Started() {
   if (seen_.empty()) seen_ = lines_;
   const auto note = [this] {
     filter_ = FilterNow();
+    // A filter whose making has failed is none.
+    const bool whole = Data1.RecordSource.Get().find("EMPL_NUMB = ") == std::string::npos;
+    if (hands_.Harmed && whole) filter_.Employee = 0;
     byEmployee_ = mnuEmplOrder.Checked;
   };
   note();
-  totalled_ = filter_;
   Data1.RecordSource.AfterChange = note;
   Data1.Reloaded = [this, bound = Data1.Reloaded] {
     bound();
     reloaded_ = true;
-    atReload_ = store_->Read();
-    if (atReload_) rows_ = Selection(*atReload_);
-    totalled_ = FilterNow();
-    hasTotals_ = !mnuDisplayCurrentEmpl.Checked || IsNumber(txtInput[kEmplBox].Text);
+    const auto lines = Data1.Recordset ? store_->Read() : std::nullopt;  // or a failure has let go
+    rowsKnown_ = lines.has_value();
+    if (lines) rows_ = Selection(*lines);
   };
   hands_.Desktop.Pointer = MousePointer::Normal;
   rows_ = ViewNow().Rows;
@@ -107,6 +115,7 @@ void Watch::BeforeStep() {
   before_ = lines_;
   viewBefore_ = ViewNow();
   reloaded_ = false;
+  atTotals_.reset();
   importFault_.clear();
   dateHalfTyped_ = ScanMain.ActiveControl() == &txtToday;
   editRow_ = TDBGrid1.Editing ? viewBefore_.Current : 0;
@@ -123,7 +132,7 @@ std::string Watch::AfterStep(const Step& step, bool running) {
     meddled_ = true;
     return {};
   }
-  if (reloaded_) meddled_ = false;
+  hands_.Named.Add(late_);
   std::vector<Check> checks = {&Watch::OnlyNamedLinesChange};
   if (running) {
     checks = {&Watch::NothingIsHeldBack,     &Watch::OnlyNamedLinesChange, &Watch::EditsAreSettled,
@@ -135,6 +144,9 @@ std::string Watch::AfterStep(const Step& step, bool running) {
     fault = (this->**check)();
   }
   seen_ = lines_;
+  if (reloaded_) meddled_ = false;
+  // Lines that could not be written, as the operator has been told, are tried again by later steps.
+  late_ = running && RowsStillLost() > 0 ? hands_.Named : Claim();
   return fault;
 }
 
@@ -159,8 +171,7 @@ std::string Watch::CheckCell(std::int64_t row, int field) {
   const RawLine& is = lines_.at(row);
   const Claim& named = hands_.Named;
   const bool worked = field == kHoursField || field == kGrossField || field == kHourGrossField;
-  if (named.HoursOfDay && worked && was.Day() == hands_.Day() && was.Text(kTypeField) != "O")
-    return {};
+  if (named.HourDays.contains(is.Day()) && worked && was.Text(kTypeField) != "O") return {};
   const auto cells = named.Cells.find(row);
   if (cells == named.Cells.end() || !cells->second.contains(field)) return "not named";
   const auto seen = seen_.find(row);
@@ -227,7 +238,7 @@ std::string Watch::EditsAreSettled() {
        line->second.Number(editField_) != static_cast<float>(number)) ||
       (isText && line->second.Text(editField_) != editText_)) {
     // A line that the command itself has deleted or worked out is another matter.
-    if (hands_.Named.HoursOfDay && editField_ >= kGrossField) return {};
+    if (!hands_.Named.HourDays.empty() && editField_ >= kGrossField) return {};
     return "half typed: '" + editText_ + "' stayed behind in " + TextOf(line->second);
   }
   return {};
@@ -262,7 +273,7 @@ std::vector<Bookmark> Watch::Selection(const RawLines& lines) const {
 
 std::string Watch::RowsAreThoseOfTheView() {
   const std::vector<Bookmark> shown = ViewNow().Rows;
-  const bool known = reloaded_ ? atReload_.has_value() : !hands_.Harmed && !meddled_;
+  const bool known = reloaded_ ? rowsKnown_ : !hands_.Harmed && !meddled_;
   if (!known) rows_ = shown;  // as far as the command got
   if (shown == rows_) return {};
   return "rows: " + std::to_string(shown.size()) + " show of " + std::to_string(rows_.size());
@@ -270,8 +281,7 @@ std::string Watch::RowsAreThoseOfTheView() {
 
 std::string Watch::TotalsAreSums() {
   // A cell that is written behind them waits for the next ones.
-  const bool fresh = reloaded_ && atReload_ == lines_;
-  if (!fresh || !hasTotals_ || hands_.Harmed) return {};
+  if (atTotals_ != lines_ || !hasTotals_ || hands_.Harmed) return {};
   double quantity = 0, hours = 0, gross = 0;
   std::size_t count = 0;
   for (const auto& [row, line] : lines_) {

@@ -9,7 +9,7 @@
 
 #include "battery/hands_acts.h"
 #include "battery/hands_operator.h"
-#include "platform/database/recordset.h"
+#include "platform/database/row_types.h"
 #include "support/outside_store.h"
 
 namespace ostrel {
@@ -58,9 +58,10 @@ class Watch {
   Operator& hands_;
   std::unique_ptr<OutsideStore> store_;
   RawLines before_, lines_, seen_;
-  std::optional<RawLines> atReload_;
+  std::optional<RawLines> atTotals_;
   View viewBefore_;
-  bool reloaded_ = false, meddled_ = false, dateHalfTyped_ = false;
+  Claim late_;
+  bool rowsKnown_ = false, reloaded_ = false, meddled_ = false, dateHalfTyped_ = false;
   Filter filter_, totalled_;  // of the rows on show, and of the sums below them
   bool hasTotals_ = true;     // a filter by what is no number finds nothing
   bool byEmployee_ = false;

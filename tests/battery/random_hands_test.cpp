@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -14,6 +15,8 @@
 #include "battery/hands_operator.h"
 #include "battery/hands_watch.h"
 #include "frame/app_state.h"
+#include "platform/database/database.h"
+#include "program/start_up.h"
 #include "scan_main/scan_main.h"
 #include "support/ask_sqlite.h"
 
@@ -27,10 +30,10 @@ using Plant = void (*)(Operator&);
 
 template <MenuItem& item>
 void GatherForEver(Operator& hands) {
+  static std::optional<Gathering> gathering;
   item.Click = [&hands, click = item.Click] {
     click();
-    static std::optional<Gathering> unended;
-    if (!hands.Desktop.Reports.empty()) unended.emplace(PrinDb);
+    if (!hands.Desktop.Reports.empty()) gathering.emplace(PrinDb);
   };
 }
 
@@ -60,17 +63,19 @@ void QuantityBoxByFocusAlone(Operator&) {
 }
 
 /// Commands begin with a cell or the date half typed.
-void NothingIsSettled(Operator&) {}
+void NothingIsSettled(Operator&) {
+  for (MenuItem* item : ScanMain.Menus()) item->ActsOnTyping = true;
+}
 
 /// A selection that could not be opened leaves the rows bound before to the walk.
 void WalksWhatWasBound(Operator& hands) {
   static Recordset bound;
-  hands.Probe.OnReach = [](const StatementSite& site) {
+  hands.Probe.OnReach.emplace_back([](const StatementSite& site) {
     if (site.Line == 4190) bound = LinesRs;
-  };
-  hands.Probe.OnDone = [](const StatementSite& site) {
+  });
+  hands.Probe.OnDone.emplace_back([](const StatementSite& site) {
     if (site.Line == 4190) LinesRs = bound;
-  };
+  });
 }
 
 class Player {
@@ -131,7 +136,7 @@ class Player {
       watch.Started();
       if (plant != nullptr) plant(hands);
     };
-    hands.Start();
+    hands.Starts();
     int number = 0;
     for (const Step& step : hand) {
       hands.Note(std::to_string(++number) + ". " + NameOf(step));
@@ -143,13 +148,17 @@ class Player {
         folder_->Write("found", "after " + NameOf(step) + ": " + fault);
         _exit(1);
       }
-      if (!running) hands.Start();
+      if (!running && !hands.Starts()) break;
     }
     TDBGrid1.CancelEdit();
-    folder_->Write("lines",
-                   AskSqlite(hands.Laptop.App("Prin1234.mdb"), "SELECT rowid, * FROM OstrelPr"));
-    ScanMain.Unload();
-    folder_->Write("found", "");
+    const RawLines before = hands.Lines();
+    hands.Runs([] { ScanMain.Unload(); });
+    CloseAll();
+    // Lines that could not be written before have had their last chance.
+    const RawLines after = hands.Lines();
+    const bool kept = std::includes(after.begin(), after.end(), before.begin(), before.end());
+    folder_->Write("lines", AskSqlite(hands.StorePath(), "SELECT rowid, * FROM OstrelPr"));
+    folder_->Write("found", kept ? "" : "after all: end: lines are lost");
     std::exit(0);  // through the end of all statics, as main does
   }
 

@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include <compare>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -47,7 +48,7 @@ struct RawLine {
   std::string Text(int field) const;
   int Employee() const { return static_cast<int>(Number(kEmplField)); }
   int Day() const { return static_cast<int>(Number(kTimeField)); }
-  bool operator==(const RawLine&) const = default;
+  auto operator<=>(const RawLine&) const = default;
 };
 
 using RawLines = std::map<std::int64_t, RawLine>;  ///< by row id
