@@ -19,13 +19,19 @@ namespace {
 
 constexpr FailureTail statement{ScannerModule, "mnuReClockInAllEmpls_Click"};
 
+/// Through the rows on show, which so show the new line; where they could not be read, past them.
 void CopyClockIn(const std::string& time) {
-  if (!IsDone(statement, 3320, [] { Data1.Recordset.AddNew(); })) return;
+  Recordset lines = Data1.Recordset;
+  const auto begin = [&] {
+    if (!lines) lines = PrinDb.OpenRecordset("OstrelPr", RecordsetType::Dynaset);
+    lines.AddNew();
+  };
+  if (!IsDone(statement, 3320, begin)) return;
   int fields = 0;
   statement(3330, [&] { fields = LinesRs.FieldCount(); });
-  for (int i = 0; i < fields; ++i) statement(3340, [&] { Data1.Recordset[i] = LinesRs[i]; });
-  statement(3350, [&] { Data1.Recordset["ETIME"] = OnWorkDay(time); });
-  statement(3360, [] { Data1.Recordset.Update(); });
+  for (int i = 0; i < fields; ++i) statement(3340, [&] { lines[i] = LinesRs[i]; });
+  statement(3350, [&] { lines["ETIME"] = OnWorkDay(time); });
+  statement(3360, [&] { lines.Update(); });
 }
 
 /// Within each employee the latest clock-in comes first; the lines added on the way do not join the

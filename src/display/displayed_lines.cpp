@@ -6,6 +6,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/values/numbers.h"
 #include "scan_main/scan_main.h"
+#include "work_day/work_day.h"
 
 namespace ostrel {
 
@@ -20,6 +21,13 @@ void SetRecordSource() {
       (mnuEmplOrder.Checked ? " Order by EMPL_NUMB, ETIME" : " Order by ETIME Desc");
   statement(5840, [] { Data1.Refresh(); });
   statement(5850, [] { DisplayTotals(); });
+}
+
+bool ShowsTheDay() {
+  const std::string& query = Data1.RecordSource;
+  const bool ofDay = HasWorkDay() ? query.find(WhereWorkDay()) != std::string::npos
+                                  : query.find("INT(ETIME)") == std::string::npos;
+  return ofDay && Data1.ShowsItsQuery();
 }
 
 void mnuEmplOrder_Click() {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "display/displayed_lines.h"
 #include "exchange/exchange_disk.h"
 #include "frame/app_state.h"
 #include "frame/failure_reporting.h"
@@ -207,8 +208,8 @@ bool HasDayToWrite() {
     return false;
   }
   // Rows of another day must not go out under the heading of this one.
-  if (!Data1.ShowsItsQuery()) statement(5014, [] { Data1.Refresh(); });
-  return Data1.ShowsItsQuery();
+  if (!ShowsTheDay()) statement(5014, [] { SetRecordSource(); });
+  return ShowsTheDay();
 }
 
 }  // namespace

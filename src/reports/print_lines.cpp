@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "display/displayed_lines.h"
 #include "frame/failure_reporting.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/grid_print.h"
@@ -24,8 +25,8 @@ std::string DayInHeader() {
 void mnuPrintLines_Click() {
   constexpr FailureTail statement{ScannerModule, "mnuPrintLines_Click"};
   // Rows of another day must not come to paper under the heading of this one.
-  if (!Data1.ShowsItsQuery()) statement(3154, [] { Data1.Refresh(); });
-  if (!Data1.ShowsItsQuery()) return;
+  if (!ShowsTheDay()) statement(3154, [] { SetRecordSource(); });
+  if (!ShowsTheDay()) return;
   TDBGrid1.PrintInfo.PageHeader =
       lblClient.Caption.Get() + DayInHeader() + "    " + txtComments.Text.Get();
   if (mnuUseTimeClock.Checked) {

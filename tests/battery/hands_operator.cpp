@@ -1,6 +1,7 @@
 #include "battery/hands_operator.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -51,10 +52,12 @@ std::string LuckyDesktop::ShowInputBox(const std::string& prompt, const std::str
 // ---- The operator
 
 double LeadingNumber(const std::string& text) {
-  const std::size_t digits = text.find_first_of("0123456789");
-  const bool begins = digits != text.npos && text.find_first_not_of(" +-.") == digits;
-  const bool hex = begins && text[digits] == '0' && text.substr(digits + 1).starts_with('x');
-  return begins && !hex ? std::strtod(text.c_str(), nullptr) : 0;
+  std::string digits = text;
+  std::erase_if(digits, [](char c) { return c == ' ' || c == '\t' || c == '\n'; });
+  const std::size_t first = digits.find_first_of("0123456789");
+  const bool begins = first != digits.npos && digits.find_first_not_of("+-.") == first;
+  const bool hex = begins && digits[first] == '0' && digits.substr(first + 1).starts_with('x');
+  return begins && !hex ? std::strtod(digits.c_str(), nullptr) : 0;
 }
 
 int FieldInGrid(int column) {
@@ -101,10 +104,15 @@ bool Operator::Runs(const std::function<void()>& event) {
 }
 
 int Operator::Day() const {
-  int month = 0, day = 0;
-  const int parts = std::sscanf(txtToday.Text.Get().c_str(), "%d/%d", &month, &day);
-  if (parts != 2 || month < 1 || month > 12 || day < 1 || day > 31) return 0;
-  return 38309 + (month - 11) * 30 + day - 18;  // hands type days of November alone
+  using std::chrono::year, std::chrono::month, std::chrono::day, std::chrono::sys_days;
+  unsigned inYear = 0, inMonth = 0;
+  int ofYear = 2004;  // where it is left out
+  if (std::sscanf(txtToday.Text.Get().c_str(), "%u/%u/%d", &inYear, &inMonth, &ofYear) < 2)
+    return 0;
+  if (ofYear < 100) ofYear += ofYear < 24 ? 2000 : 1900;
+  const std::chrono::year_month_day date{year(ofYear), month(inYear), day(inMonth)};
+  if (!date.ok()) return 0;
+  return static_cast<int>((sys_days(date) - sys_days(year(1899) / 12 / 30)).count());
 }
 
 int Operator::DayOfNewLine() const { return Day() != 0 ? Day() : static_cast<int>(Now().Days); }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <sstream>
 
 #include "platform/database/open_stores.h"
 #include "platform/values/clock.h"
@@ -34,7 +35,10 @@ std::string Digits(const char* pattern, double number) {
 
 /// What an employee can be looked for by.
 bool IsNumber(const std::string& text) {
-  return text.find_first_not_of(" 0123456789") == std::string::npos;
+  std::istringstream words(text);
+  std::string number, more;
+  words >> number >> more;
+  return more.empty() && number.find_first_not_of("0123456789") == std::string::npos;
 }
 
 /// A field of a line as the office reads it from the import file.
@@ -82,8 +86,9 @@ void Watch::Started() {
   const auto note = [this] {
     filter_ = FilterNow();
     // A filter whose making has failed is none.
-    const bool whole = Data1.RecordSource.Get().find("EMPL_NUMB = ") == std::string::npos;
-    if (hands_.Harmed && whole) filter_.Employee = 0;
+    const std::string& query = Data1.RecordSource;
+    if (hands_.Harmed && query.find("INT(ETIME)") == query.npos) filter_.Day = 0;
+    if (hands_.Harmed && query.find("EMPL_NUMB = ") == query.npos) filter_.Employee = 0;
     byEmployee_ = mnuEmplOrder.Checked;
   };
   note();
@@ -160,7 +165,7 @@ std::string Watch::CheckNewLine(const RawLine& line) {
   if (named.NewTypes.find(line.Text(kTypeField)) == std::string::npos && !unset(kTypeField))
     return "kind";
   if (hands_.Harmed) return {};
-  if (line.Text(kNameField) != Name(line.Employee())) return "name";
+  if (line.Employee() != 0 && line.Text(kNameField) != Name(line.Employee())) return "name";
   const bool pieces = line.Number(kQuantityField) != 0 || line.Number(kGrossField) != 0;
   if (named.WithoutPieces && line.Text(kTypeField) != "P" && pieces) return "pieces";
   return {};
@@ -326,7 +331,8 @@ std::string Watch::NobodyReports() {
   const bool clipboard = says("'mnuCut_") || says("'mnuCopy_") || says("'mnuPaste_");
   const std::string& query = Data1.RecordSource;
   const bool filter = query.find("EMPL_NUMB = ") != query.npos && says("(Err#30");
-  if (says("is too small for the text")) return {};  // hands type on where the window would not
+  // Hands type on where the window would not; pieces made in no time have no pay an hour.
+  if (says("is too small for the text") || says("Division by zero")) return {};
   if (step_.Harm != HarmKind::None || meddled_ || clipboard || filter) return {};
   return "reports: " + report;
 }

@@ -5,7 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -16,6 +15,7 @@
 #include "battery/hands_watch.h"
 #include "frame/app_state.h"
 #include "platform/database/database.h"
+#include "platform/database/open_stores.h"
 #include "program/start_up.h"
 #include "scan_main/scan_main.h"
 #include "support/ask_sqlite.h"
@@ -69,12 +69,8 @@ void NothingIsSettled(Operator&) {
 
 /// A selection that could not be opened leaves the rows bound before to the walk.
 void WalksWhatWasBound(Operator& hands) {
-  static Recordset bound;
-  hands.Probe.OnReach.emplace_back([](const StatementSite& site) {
-    if (site.Line == 4190) bound = LinesRs;
-  });
   hands.Probe.OnDone.emplace_back([](const StatementSite& site) {
-    if (site.Line == 4190) LinesRs = bound;
+    if (site.Line == 4190) LinesRs = PrinDb.OpenRecordset("OstrelPr", RecordsetType::Dynaset);
   });
 }
 
@@ -152,11 +148,12 @@ class Player {
     }
     TDBGrid1.CancelEdit();
     const RawLines before = hands.Lines();
+    const bool late = RowsStillLost() > 0;
     hands.Runs([] { ScanMain.Unload(); });
     CloseAll();
     // Lines that could not be written before have had their last chance.
     const RawLines after = hands.Lines();
-    const bool kept = std::includes(after.begin(), after.end(), before.begin(), before.end());
+    const bool kept = late ? after.size() >= before.size() : after == before;
     folder_->Write("lines", AskSqlite(hands.StorePath(), "SELECT rowid, * FROM OstrelPr"));
     folder_->Write("found", kept ? "" : "after all: end: lines are lost");
     std::exit(0);  // through the end of all statics, as main does
