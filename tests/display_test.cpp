@@ -7,8 +7,8 @@
 
 #include "display/displayed_lines.h"
 #include "display/view_filter.h"
-#include "frame/failure_reporting.h"
 #include "scan_main/scan_main.h"
+#include "support/failing_statement.h"
 #include "support/payroll.h"
 
 namespace ostrel {
@@ -147,20 +147,6 @@ TEST(GridEditing, KeepsNameAndMomentRight) {
   }
 }
 
-/// Fails each time at one statement.
-class Failing : public StatementProbe {
- public:
-  explicit Failing(std::int32_t line) : line_(line) { SetStatementProbe(this); }
-  ~Failing() override { SetStatementProbe(nullptr); }
-  void Before(const StatementSite& site) override {
-    if (site.Line == line_) throw Failure(3022, "Planted.");
-  }
-  void After(const StatementSite& /*site*/) override {}
-
- private:
-  std::int32_t line_;
-};
-
 void EditCell(const char* column, const std::string& typed) {
   TDBGrid1.GoTo(0, TDBGrid1.ColumnNumber(column));
   TDBGrid1.BeginEdit({});
@@ -172,7 +158,7 @@ TEST(GridEditing, ChangesNumberAndNameTogetherOrNotAtAll) {
     SCOPED_TRACE(line);
     RunningPayroll payroll;
     payroll.Save("130");
-    const Failing failing(line);
+    const FailingStatement failing(line);
     EditCell("Empl#", "101");
     payroll.Desktop.Expect("[!]*(Err#3022)*-> Ignore", [] { TDBGrid1.CommitEdit(); });
     EXPECT_EQ(payroll.Fields("EMPL_NUMB SORT_NAME"), "130,DURAND ANNE");

@@ -7,31 +7,17 @@
 #include <filesystem>
 #include <string>
 
-#include "frame/failure_reporting.h"
 #include "platform/database/sqlite_connection.h"
 #include "scan_main/scan_main.h"
 #include "store/lookups.h"
 #include "support/agreeing_desktop.h"
 #include "support/ask_sqlite.h"
+#include "support/failing_statement.h"
 #include "support/no_waiting.h"
 #include "support/payroll.h"
 
 namespace ostrel {
 namespace {
-
-/// Every run of one statement fails.
-class FailingStatement : public StatementProbe {
- public:
-  explicit FailingStatement(std::int32_t line) : line_(line) { SetStatementProbe(this); }
-  ~FailingStatement() override { SetStatementProbe(nullptr); }
-  void Before(const StatementSite& site) override {
-    if (site.Line == line_) throw Failure(3022, "Planted.");
-  }
-  void After(const StatementSite&) override {}
-
- private:
-  std::int32_t line_;
-};
 
 /// The laptop whose operator ignores every report.
 class StoreOfAClient : public testing::Test {
