@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# Sourced by ./run and ./test: where the tree is, what must be installed, how a preset is built.
-# Both commands work from any folder, as root, with sudo, and as a user who may use sudo.
+# Sourced by ./run, ./test and ./package: where the tree is, what must be installed, how a preset is built.
+# All of them work from any folder, as root, with sudo, and as a user who may use sudo.
 
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 cd "$root" || exit
@@ -10,6 +10,9 @@ run_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev libsqlite3-dev
     libzip-dev libcups2-dev fontconfig fonts-liberation)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev clang clang-format clang-tidy
     libclang-rt-dev poppler-utils cups-daemon cups-client)
+cross_packages=(g++-mingw-w64-x86-64-posix)
+windows_packages=(libz-mingw-w64-dev qt6-base-dev-tools dpkg-dev tcl nsis zip)
+debian_packages=(dpkg-dev file gzip lintian desktop-file-utils appstream)
 
 say() { printf '%s\n' "$*"; }
 

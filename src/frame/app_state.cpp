@@ -1,6 +1,7 @@
 #include "frame/app_state.h"
 
 #include "platform/files/files.h"
+#include "platform/files/user_folders.h"
 
 namespace ostrel {
 
@@ -16,7 +17,7 @@ bool JobStepAborted = false;
 
 std::string StorePath() { return DataPath + kPathSeparator + "Prin" + ClientNumb + ".mdb"; }
 
-std::string LogPath() { return ExecutableFolder() + kPathSeparator + "Errors.Log"; }
+std::string LogPath() { return ApplicationFolder() + kPathSeparator + "Errors.Log"; }
 
 std::string PrintedFolder() { return DataPath + kPathSeparator + "Printed"; }
 

@@ -21,7 +21,7 @@ inline constexpr const char* DbaseExt = ".dbf";
 
 // Who and where.
 extern std::string
-    DataPath;  ///< folder of the executable: store, tables and log; no separator behind
+    DataPath;  ///< the application folder: store, tables and log; no separator behind
 extern std::string
     RemoteDrive;  ///< exchange folder on the office's disk, ending in a separator; "" unknown
 extern std::string ClientNumb;  ///< four characters, from the names of the client's files
@@ -48,7 +48,7 @@ extern bool JobStepAborted;
 /// Path of the client's store.
 std::string StorePath();
 
-/// Path of the log, which lies beside the executable from the first statement on.
+/// Path of the log, which lies in the application folder from the first statement on.
 std::string LogPath();
 
 /// Folder of what is filed instead of printed.

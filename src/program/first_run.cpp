@@ -21,8 +21,15 @@ const std::string kIntroduction =
     "\r"
     "Would you like to view the short manual with more information?";
 
-/// The manual that comes with the program, which needs no word processor.
-std::string ShippedManual() { return ExecutableFolder() + kPathSeparator + "manual.html"; }
+/// The manual that comes with the program, which needs no word processor: beside the program, or
+/// where a system keeps what belongs to the programs of its folder bin.
+std::string ShippedManual() {
+  const std::string folder = ExecutableFolder();
+  const std::string beside = folder + kPathSeparator + "manual.html";
+  const std::string shared =
+      folder.substr(0, folder.rfind(kPathSeparator)) + "/share/ostrel-payroll/manual.html";
+  return !Exist(beside) && Exist(shared) ? shared : beside;
+}
 
 void SayNoManual(const std::string& reason, const std::string& detail) {
   MessageBoxRequest box;

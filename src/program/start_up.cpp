@@ -14,6 +14,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/files/files.h"
 #include "platform/files/staged_files.h"
+#include "platform/files/user_folders.h"
 #include "platform/values/clock.h"
 #include "platform/values/format.h"
 #include "platform/values/numbers.h"
@@ -118,7 +119,7 @@ void Form_Load() {
   std::string users;
   statement(1014, [&] { users = IniRead(kIniSection, "UserCount"); });
   if (!users.empty()) statement(1016, [&] { UserCount = ToLong(NumericPrefix(users)); });
-  statement(1020, [] { DataPath = ExecutableFolder(); });
+  statement(1020, [] { DataPath = ApplicationFolder(); });
   // No exchange folder in the settings: this laptop has never seen the office's disk. One whose
   // settings cannot be read has been set up long since.
   if (RemoteDrive.empty() && IniIsReadable()) {

@@ -27,6 +27,7 @@ std::string OfficeTablePath(const char* word) {
 
 std::vector<std::string> OfficeFilePatterns() {
   std::vector<std::string> patterns;
+  patterns.reserve(kOfficeTables.size());
   for (const char* word : kOfficeTables) patterns.push_back(word + std::string("????.*"));
   return patterns;
 }

@@ -62,6 +62,7 @@ std::string PieceworkEarnings::EmployeesBelow(const std::string& where, const st
     }
   });
   std::vector<std::string> numbers;
+  numbers.reserve(below.size());
   for (const float number : below) numbers.push_back(GeneralText(number));
   ListCount = static_cast<std::int32_t>(numbers.size());
   return NumberList(numbers);

@@ -15,8 +15,8 @@ Recordset Database::OpenRecordset(std::string_view text, RecordsetType type) con
   return Recordset(Body().OpenRecordset(text, type));
 }
 
-Recordset Database::OpenRows(std::vector<Bookmark> rows) const {
-  return Recordset(Body().OpenRows(std::move(rows)));
+Recordset Database::OpenRows(const std::vector<Bookmark>& rows) const {
+  return Recordset(Body().OpenRows(rows));
 }
 
 void Database::Execute(std::string_view sql) const { Body().Execute(sql); }

@@ -40,7 +40,7 @@ class Database {
 
   /// Rows of a store that are known by their bookmarks, in the order given.
   ///   throws  Failure 3251 in a folder of tables
-  Recordset OpenRows(std::vector<Bookmark> rows) const;
+  Recordset OpenRows(const std::vector<Bookmark>& rows) const;
 
   /// An action statement without a result, in one durable commit.
   void Execute(std::string_view sql) const;

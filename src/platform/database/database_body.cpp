@@ -4,7 +4,7 @@
 
 namespace ostrel {
 
-std::shared_ptr<RecordsetBody> DatabaseBody::OpenRows(std::vector<Bookmark>) {
+std::shared_ptr<RecordsetBody> DatabaseBody::OpenRows(const std::vector<Bookmark>&) {
   RefuseOperation("opening rows by bookmark");
 }
 

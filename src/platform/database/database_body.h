@@ -21,7 +21,7 @@ class DatabaseBody {
   virtual void Execute(std::string_view sql) = 0;
 
   // What only a store does; the folder of tables answers with Failure 3251.
-  virtual std::shared_ptr<RecordsetBody> OpenRows(std::vector<Bookmark> rows);
+  virtual std::shared_ptr<RecordsetBody> OpenRows(const std::vector<Bookmark>& rows);
   virtual void AppendTable(const TableDefinition& table);
   virtual void DeleteIndex(std::string_view table, std::string_view index);
 

@@ -38,15 +38,16 @@ SAHooks MemoryHooks() {
   hooks.FRead = [](void* to, SAOffset size, SAOffset count, SAFile handle) -> SAOffset {
     MemoryFile& file = FileOf(handle);
     if (size == 0 || file.At > file.Bytes.size()) return 0;
-    const SAOffset items = std::min<SAOffset>(count, (file.Bytes.size() - file.At) / size);
+    const std::size_t items =
+        std::min<std::size_t>(count, (file.Bytes.size() - file.At) / std::size_t{size});
     file.At += file.Bytes.copy(static_cast<char*>(to), items * size, file.At);
-    return items;
+    return static_cast<SAOffset>(items);
   };
   hooks.FSeek = [](SAFile handle, SAOffset offset, int) -> SAOffset {
     FileOf(handle).At = offset;  // the library seeks from the beginning only
     return 0;
   };
-  hooks.FTell = [](SAFile handle) -> SAOffset { return FileOf(handle).At; };
+  hooks.FTell = [](SAFile handle) -> SAOffset { return static_cast<SAOffset>(FileOf(handle).At); };
   hooks.FClose = [](SAFile) { return 0; };
   hooks.Error = [](const char*) {};
   return hooks;

@@ -46,8 +46,8 @@ std::shared_ptr<RecordsetBody> Store::OpenRecordset(std::string_view text, Recor
   }
 }
 
-std::shared_ptr<RecordsetBody> Store::OpenRows(std::vector<Bookmark> rows) {
-  return RecordsetOf(std::move(rows));
+std::shared_ptr<RecordsetBody> Store::OpenRows(const std::vector<Bookmark>& rows) {
+  return RecordsetOf(rows);
 }
 
 // A recordset keeps the whole store alive, not its rows alone.

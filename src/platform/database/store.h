@@ -20,7 +20,7 @@ class Store : public DatabaseBody, public std::enable_shared_from_this<Store> {
   Store(std::string path, const StoreFormat& format, std::unique_ptr<SqliteConnection> connection);
 
   std::shared_ptr<RecordsetBody> OpenRecordset(std::string_view text, RecordsetType type) override;
-  std::shared_ptr<RecordsetBody> OpenRows(std::vector<Bookmark> rows) override;
+  std::shared_ptr<RecordsetBody> OpenRows(const std::vector<Bookmark>& rows) override;
   void Execute(std::string_view sql) override;
   void AppendTable(const TableDefinition& table) override;
   void DeleteIndex(std::string_view table, std::string_view index) override;

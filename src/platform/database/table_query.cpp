@@ -93,6 +93,7 @@ std::vector<std::vector<Value>> Distinct(const std::vector<Value>& values) {
   // A set beats sorting, since few of many values differ: 40 crews among 20,000 employees.
   const std::set<Value, Before> distinct(values.begin(), values.end());
   std::vector<std::vector<Value>> rows;
+  rows.reserve(distinct.size());
   for (const Value& value : distinct) rows.push_back({value});
   return rows;
 }

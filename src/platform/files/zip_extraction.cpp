@@ -79,7 +79,10 @@ class FilesInZip {
   static constexpr std::size_t kLongestName = 255;
 
   std::size_t Word(std::size_t at) const {
-    return static_cast<unsigned char>(zip_[at]) | static_cast<unsigned char>(zip_[at + 1]) << 8U;
+    const auto byte = [&](std::size_t place) -> std::size_t {
+      return static_cast<unsigned char>(zip_[place]);
+    };
+    return byte(at) | byte(at + 1) << 8U;
   }
 
   // Where the file at a mark ends, if the directory has it and something of a zip stands there; else

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -290,7 +291,7 @@ std::string RunOpenFile(const OpenFileRequest& request) {
   const QFontMetrics text = dialog.fontMetrics();
   dialog.resize(kFilesWide * text.averageCharWidth(), kFilesHigh * text.height());
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  return FromQt(dialog.selectedFiles().constFirst());
+  return FromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
 }
 
 }  // namespace ostrel

@@ -30,13 +30,12 @@ bool IsNumber(const Value& value) {
 }  // namespace
 
 GridPainter::GridPainter(QPainter& painter, Grid& grid, const GridGeometry& geometry,
-                         const QPalette& palette, LaidOutTexts& texts, ShownRows& shown)
+                         const QPalette& palette, LaidOutTexts& texts)
     : painter_(painter),
       grid_(grid),
       geometry_(geometry),
       palette_(palette),
       texts_(texts),
-      shown_(shown),
       padding_(std::max(2, geometry.RowHeight / 6)) {}
 
 void GridPainter::PaintButtonFace(const QRect& cell, const QColor& face) {
@@ -122,7 +121,9 @@ void GridPainter::PaintRows(std::size_t firstRow, const QRect& dirty, bool hasFo
 }
 
 void GridPainter::PaintRow(const QRect& line, std::size_t row, RowLook look) {
-  const std::vector<Value>& values = shown_.Row(grid_.DataSource->Recordset, row);
+  bool asStored = true;
+  const std::vector<Value> values = grid_.DataSource->Recordset.RowAt(row, &asStored);
+  stale_ = stale_ || !asStored;
   if (look.Selected) painter_.fillRect(line, palette_.color(QPalette::Highlight));
   const QColor ink = palette_.color(look.Selected ? QPalette::HighlightedText : QPalette::Text);
   for (std::size_t i = 0; i < geometry_.Columns.size(); ++i) {

@@ -11,7 +11,6 @@
 #include "platform/forms/grid.h"
 #include "platform/qt/fitted_text.h"
 #include "platform/qt/grid_geometry.h"
-#include "platform/qt/shown_rows.h"
 
 namespace ostrel {
 
@@ -24,7 +23,7 @@ struct OddCell {
 class GridPainter {
  public:
   GridPainter(QPainter& painter, Grid& grid, const GridGeometry& geometry, const QPalette& palette,
-              LaidOutTexts& texts, ShownRows& shown);
+              LaidOutTexts& texts);
 
   void PaintHeading();
   void PaintFooter();
@@ -32,6 +31,8 @@ class GridPainter {
   void PaintRows(std::size_t firstRow, const QRect& dirty, bool hasFocus);
   /// The first odd cell that has been painted.
   const std::optional<OddCell>& Odd() const { return odd_; }
+  /// Whether a row was painted as it had been, since the store could not be read just now.
+  bool Stale() const { return stale_; }
 
  private:
   struct RowLook {
@@ -52,8 +53,8 @@ class GridPainter {
   const GridGeometry& geometry_;
   const QPalette& palette_;
   LaidOutTexts& texts_;
-  ShownRows& shown_;
   std::optional<OddCell> odd_;
+  bool stale_ = false;
   int padding_;
   std::vector<int> fields_;  // ordinal in the recordset for each visible column, or -1
 };

@@ -190,15 +190,14 @@ void GridView::PaintGuarded(const QRect& dirty) {
 }
 
 void GridView::Paint(const QRect& dirty) {
-  shown_.Begin();
   QPainter painter(viewport());
   const GridGeometry geometry = Geometry();
-  GridPainter grid(painter, grid_, geometry, palette(), texts_, shown_);
+  GridPainter grid(painter, grid_, geometry, palette(), texts_);
   const bool hasFocus = surface_.Shown.ActiveControl() == &grid_;
   grid.PaintRows(static_cast<std::size_t>(FirstRow()), dirty, hasFocus);
   if (geometry.Heading().intersects(dirty)) grid.PaintHeading();
   if (geometry.Footer().intersects(dirty)) grid.PaintFooter();
-  if (shown_.Missed() && !storeIsBack_.isActive()) storeIsBack_.start(kLookAgainMs);
+  if (grid.Stale() && !storeIsBack_.isActive()) storeIsBack_.start(kLookAgainMs);
   if (grid.Odd()) ReportOnce(*grid.Odd());
 }
 

@@ -12,7 +12,6 @@
 #include "platform/qt/grid_cell_editor.h"
 #include "platform/qt/grid_geometry.h"
 #include "platform/qt/grid_painter.h"
-#include "platform/qt/shown_rows.h"
 
 namespace ostrel {
 
@@ -60,7 +59,6 @@ class GridView : public QAbstractScrollArea, public ControlView {
   Surface surface_;
   GridCellEditor* editor_;
   LaidOutTexts texts_;
-  ShownRows shown_;
   QTimer storeIsBack_;            // while the store cannot be read
   bool reported_ = false;         // what is wrong with a row; once a run is enough for support
   std::ptrdiff_t shownRow_ = -1;  // the current row as last drawn
