@@ -70,6 +70,25 @@ TEST_F(StoreOfAClient, KeepsNothingBackWhenACommitMetAnotherProgram) {
   }
 }
 
+TEST_F(StoreOfAClient, TakesWhatItWritesLateForItsOwn) {
+  StartWith(kCrewOfTwo);
+  const auto paint = [] {  // as a window does
+    for (std::size_t row = 0; row < 3; ++row) Data1.Recordset.RowAt(row);
+  };
+  paint();
+  SqliteConnection other(Path());
+  other.Run("BEGIN", StoreStep::Read);
+  other.Run("SELECT count(*) FROM OstrelPr", StoreStep::Read);
+  payroll.Choose(mnuMinWageWatch);
+  paint();
+  other.Run("COMMIT", StoreStep::Read);
+  ASSERT_EQ(desktop.Reports.size(), 1U);
+  TDBGrid1.ToggleSelected(2);
+  payroll.Choose(mnuDeleteLine);  // of a line with hours that come to the disk only now
+  EXPECT_EQ(desktop.Reports.size(), 1U) << desktop.Reports.back();
+  EXPECT_EQ(Ask("SELECT count(*), sum(HOURS) > 0 FROM OstrelPr"), "2,1");
+}
+
 TEST_F(StoreOfAClient, WritesAtTheEndWhatCouldNotBeWritten) {
   for (const bool stillLocked : {false, true}) {
     StartWith(kCrewOfTwo);

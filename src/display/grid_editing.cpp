@@ -64,10 +64,13 @@ bool TakesText(int ColIndex, const std::string& field, const Value& OldValue) {
 ///   Cancel  out: the grid has nothing left to write; as it was for a number that is no employee's
 void BringName(std::int16_t& Cancel) {
   Value EmplNumb;
-  statement(5870, [&] { EmplNumb = Line()["EMPL_NUMB"].Get(); });
-  if (EmplNumb.NumberOrZero() <= 0) return;
-  Cancel = kTrue;
   // Each step is needed for the next one; where one is passed over nothing is written.
+  Cancel = kTrue;
+  if (!IsDone(statement, 5870, [&] { EmplNumb = Line()["EMPL_NUMB"].Get(); })) return;
+  if (EmplNumb.NumberOrZero() <= 0) {
+    Cancel = 0;
+    return;
+  }
   bool sought = false, found = false, named = false, filled = false;
   statement(5872, [&] {
     PrmsRs.Seek("=", EmplNumb);

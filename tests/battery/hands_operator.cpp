@@ -128,7 +128,7 @@ void Claim::Add(const Claim& other) {
 }
 
 void Operator::ClaimCell() {
-  if (Data1.Recordset.Position() < 0 || TDBGrid1.Col < 0) return;
+  if (!Data1.Recordset || Data1.Recordset.Position() < 0 || TDBGrid1.Col < 0) return;
   auto& cells = Named.Cells[Data1.Recordset.GetBookmark()];
   cells.insert(FieldInGrid(TDBGrid1.Col));
   if (TDBGrid1.Col == 0) cells.insert(kNameField);

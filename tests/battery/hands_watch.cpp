@@ -176,7 +176,7 @@ std::string Watch::CheckCell(std::int64_t row, int field) {
   const RawLine& is = lines_.at(row);
   const Claim& named = hands_.Named;
   const bool worked = field == kHoursField || field == kGrossField || field == kHourGrossField;
-  if (named.HourDays.contains(is.Day()) && worked && was.Text(kTypeField) != "O") return {};
+  if (named.HourDays.contains(is.Day()) && worked && is.Text(kTypeField) != "O") return {};
   const auto cells = named.Cells.find(row);
   if (cells == named.Cells.end() || !cells->second.contains(field)) return "not named";
   const auto seen = seen_.find(row);

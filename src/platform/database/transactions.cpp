@@ -165,6 +165,11 @@ void Transactions::Write(RowChange& change, RowFields after) {
   } else {
     Release();
     WriteLost();
+    // What was lost may have been of this very row; whoever made the change has not seen it come.
+    const auto again = rewritten_.find(change.Row);
+    if (again != rewritten_.end() && change.Before && *change.Before == *again->second.Was) {
+      change.Before = again->second.Is;
+    }
     isNew ? writer_.Write(change) : WriteAlone(change);
   }
   if (Shown(change.Row)) Show(change.Row, std::move(after));
@@ -187,11 +192,13 @@ void Transactions::Rescue() {
 // A full disk still takes changes that need no new room, so one refused row does not keep the others
 // back. Any other fault would meet each of them.
 void Transactions::WriteLost() {
+  rewritten_.clear();
   if (lost_.empty()) return;
   try {
     WriteLostTogether();
   } catch (const Failure& failure) {
     RollBack();
+    rewritten_.clear();
     if (failure.Number != failure_number::kStoreDiskFull) throw;
     WriteLostOneByOne();
   }
@@ -202,6 +209,7 @@ void Transactions::WriteLostTogether() {
   for (RowChange& change : lost_) WriteAgain(change);
   connection_.Run("COMMIT", StoreStep::Write);
   lost_.clear();
+  ShowRewritten();
 }
 
 void Transactions::WriteLostOneByOne() {
@@ -219,17 +227,29 @@ void Transactions::WriteLostOneByOne() {
     left.push_back(std::move(change));
   }
   lost_ = std::move(left);
+  ShowRewritten();
   if (reason) throw Failure(*reason);
 }
 
 // Another program may have changed the row since, or given its number to another: what it wrote later
 // counts.
 void Transactions::WriteAgain(RowChange& change) {
-  if (change.What != RowChange::Kind::Insert) {
-    const RowFields now = ReadFromFile(change.Row);
-    if (!now || !IsMeantFor(change, *now)) return;
+  if (change.What == RowChange::Kind::Insert) {
+    writer_.Write(change);
+    return;
   }
+  const RowFields now = ReadFromFile(change.Row);
+  if (!now || !IsMeantFor(change, *now)) return;
   writer_.Write(change);
+  if (const RowFields after = ReadFromFile(change.Row)) rewritten_[change.Row] = {now, after};
+}
+
+// A row that this program writes late is no row that another one has changed.
+void Transactions::ShowRewritten() {
+  for (const auto& [row, fields] : rewritten_) {
+    const RowFields shown = Shown(row);
+    if (shown && *shown == *fields.Was) Show(row, fields.Is);
+  }
 }
 
 RowFields Transactions::Shown(Bookmark row) const {

@@ -82,6 +82,7 @@ class Transactions {
   void WriteLostTogether();
   void WriteLostOneByOne();
   void WriteAgain(RowChange& change);
+  void ShowRewritten();
 
   SqliteConnection& connection_;
   const TableDefinition& table_;
@@ -91,6 +92,10 @@ class Transactions {
   std::shared_ptr<Memory> held_;    // what has been read since the file was taken
   ChangeLog gathered_;              // since then
   std::vector<RowChange> lost_;     // rolled back, not written again yet
+  struct Rewritten {
+    RowFields Was, Is;
+  };
+  std::unordered_map<Bookmark, Rewritten> rewritten_;  // rows that were lost, by the last WriteLost
   // The older half is dropped when the newer one has grown.
   std::unordered_map<Bookmark, RowFields> shown_, shown_before_;
 };
