@@ -35,7 +35,7 @@ void SeekEveryKey(DbfTable table) {
   const int key = KeyOf(table);
   std::vector<std::uint32_t> rows(table.RowCount());
   std::iota(rows.begin(), rows.end(), 0U);
-  TableRecordset recordset(std::move(table), std::move(rows));
+  TableRecordset recordset(std::move(table), std::move(rows), "EMPL_NUMB");
   recordset.SetIndex("PrimaryIndex");
   for (; !recordset.Eof(); recordset.MoveNext()) {
     const auto position = recordset.Position();
